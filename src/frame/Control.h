@@ -45,6 +45,7 @@ class Control : public WidgetObserver {
   // Told once per change of any child state; the host coalesces it.
   void setChangeCallback(std::function<void()> cb) { changeCallback_ = std::move(cb); }
   void widgetChanged(Widget& w) override;
+  void focusRequested(Widget& w) override { setFocusTo(&w); }
   // A change that no child state shows (a property the host reads directly).
   void notifyChanged();
 

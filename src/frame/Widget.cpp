@@ -18,6 +18,10 @@ void Widget::changed() {
   if (observer_) observer_->widgetChanged(*this);
 }
 
+void Widget::SetFocus() {
+  if (observer_) observer_->focusRequested(*this);
+}
+
 void Widget::setVisible(bool v) { TQ7_SET(visible_, v); }
 void Widget::setEnabled(bool v) { TQ7_SET(enabled_, v); }
 void Widget::setLeft(double v) { TQ7_SET(left_, v); }

@@ -19,6 +19,8 @@ class WidgetObserver {
  public:
   virtual ~WidgetObserver() = default;
   virtual void widgetChanged(Widget& w) = 0;
+  // The widget asks for the input focus (SetFocus); the owner decides and runs its handlers.
+  virtual void focusRequested(Widget& w) { (void)w; }
 };
 
 class Widget {
@@ -56,6 +58,8 @@ class Widget {
   void setForeColor(Colour c);
 
   void setObserver(WidgetObserver* o) { observer_ = o; }
+  // Asks the owning control for the input focus.
+  void SetFocus();
 
  protected:
   void changed();

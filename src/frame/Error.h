@@ -27,6 +27,8 @@ constexpr int32_t DbConnectionClosed = static_cast<int32_t>(0x800A0E78u);
 constexpr int32_t DbEofOrBof = static_cast<int32_t>(0x800A0BCDu);
 constexpr int32_t DbItemNotFound = static_cast<int32_t>(0x800A0CC1u);
 constexpr int32_t DbBadArgument = static_cast<int32_t>(0x800A0BB9u);
+constexpr int32_t DbObjectOpen = static_cast<int32_t>(0x800A0E79u);
+constexpr int32_t DbProviderNotFound = static_cast<int32_t>(0x800A0E7Au);
 }  // namespace err
 
 struct Error {

@@ -1,0 +1,245 @@
+#include "frame/FakePlatform.h"
+#include "frame/SpreadSurface.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+using namespace tq7;
+
+namespace {
+
+struct Recorder : GridSurfaceEvents {
+  std::vector<QString> log;
+  bool refuseLeave = false;
+  void Click(int32_t c, int32_t r) override { log.push_back(QStringLiteral("Click %1,%2").arg(c).arg(r)); }
+  void DblClick(int32_t c, int32_t r) override { log.push_back(QStringLiteral("DblClick %1,%2").arg(c).arg(r)); }
+  void ColWidthChange(int32_t a, int32_t b) override {
+    log.push_back(QStringLiteral("ColWidthChange %1,%2").arg(a).arg(b));
+  }
+  void RowHeightChange(int32_t a, int32_t b) override {
+    log.push_back(QStringLiteral("RowHeightChange %1,%2").arg(a).arg(b));
+  }
+  void LeaveCell(int32_t c, int32_t r, int32_t nc, int32_t nr, bool& cancel) override {
+    log.push_back(QStringLiteral("LeaveCell %1,%2>%3,%4").arg(c).arg(r).arg(nc).arg(nr));
+    cancel = refuseLeave;
+  }
+  void KeyDown(int16_t& k, int16_t& s) override {
+    log.push_back(QStringLiteral("KeyDown %1,%2").arg(k).arg(s));
+    if (k == key::Down && s == shift::Ctrl) k = 0;  // the owner swallows Ctrl+Down
+  }
+  void KeyPress(int16_t& a) override { log.push_back(QStringLiteral("KeyPress %1").arg(a)); }
+};
+
+// A sheet set up the way the grids use it: a caption row, a number column, 5 x 4 data cells.
+struct Sheet : ::testing::Test {
+  SpreadSurface s;
+  Recorder rec;
+  void SetUp() override {
+    s.setListener(&rec);
+    s.setMaxRows(5);
+    s.setMaxCols(4);
+    for (int32_t r = -999; r <= -965; ++r)
+      if (r != -997) s.setRowHeight(r, 0);
+    s.setRowHeight(0, 0);
+    for (int32_t c = -999; c <= -985; ++c) s.setColWidth(c, 0);
+    s.setColWidth(0, 300);
+    for (int32_t c = 1; c <= 4; ++c) s.setColWidth(c, 1000);
+    for (int32_t r = 1; r <= 5; ++r) s.setRowHeight(r, 300);
+    s.Move(0, 0, 4300 + 60, 300 * 6 + 60);
+    s.SetActiveCell(1, 1);
+  }
+};
+
+}  // namespace
+
+TEST_F(Sheet, HeaderAreaHoldsTextAtItsNegativeNumbersAndMinus1000IsLineZero) {
+  s.SetText(3, -988, QStringLiteral("DATE"));
+  s.SetText(-989, 2, QStringLiteral("KEY-7"));
+  s.SetText(0, 4, QStringLiteral("4"));
+  EXPECT_EQ(s.GetText(3, -988), "DATE");  // a hidden attribute row reads like any other
+  EXPECT_EQ(s.GetText(-989, 2), "KEY-7");
+  EXPECT_EQ(s.GetText(-1000, 4), "4");    // column -1000 is column 0
+  s.SetText(2, -1000, QStringLiteral("head"));
+  EXPECT_EQ(s.GetText(2, 0), "head");
+  // Outside the sheet nothing is kept and nothing fails.
+  s.SetText(9, 1, QStringLiteral("x"));
+  s.SetText(1, 6, QStringLiteral("x"));
+  s.SetText(1, -964, QStringLiteral("x"));
+  EXPECT_EQ(s.GetText(9, 1), "");
+  EXPECT_EQ(s.GetText(1, 6), "");
+  EXPECT_EQ(s.GetText(1, -964), "");
+  // Cutting the sheet drops what lay beyond; growing it again shows empty cells.
+  s.SetText(2, 5, QStringLiteral("last"));
+  s.setMaxRows(4);
+  s.setMaxRows(5);
+  EXPECT_EQ(s.GetText(2, 5), "");
+  EXPECT_EQ(s.GetText(3, -988), "DATE");
+}
+
+TEST_F(Sheet, PointedPropertiesFollowTheLatestWriteAcrossCellColumnRowAndSheet) {
+  s.setRow(2);
+  s.setCol(3);
+  s.setBackColor(0x0000FF);  // a cell
+  s.setRow(-1);
+  s.setCol(3);
+  s.setLock(true);  // a whole column
+  s.setRow(2);
+  s.setCol(3);
+  EXPECT_EQ(s.BackColor(), 0x0000FFu);
+  EXPECT_TRUE(s.Lock());
+  s.setRow(4);
+  EXPECT_TRUE(s.Lock());
+  EXPECT_EQ(s.BackColor(), syscolor::Window);
+  // A later column write wins over the earlier cell write, and a later cell write over that.
+  s.setRow(-1);
+  s.setBackColor(0x00FF00);
+  s.setRow(2);
+  EXPECT_EQ(s.BackColor(), 0x00FF00u);
+  s.setBackColor(0x123456);
+  EXPECT_EQ(s.BackColor(), 0x123456u);
+  s.setRow(3);
+  EXPECT_EQ(s.BackColor(), 0x00FF00u);
+  // A block: rows 1-2 of columns 1-2, then the whole sheet.
+  s.setBlockMode(true);
+  s.setRow(1);
+  s.setRow2(2);
+  s.setCol(1);
+  s.setCol2(2);
+  s.setFontBold(true);
+  s.setBlockMode(false);
+  s.setRow(2);
+  s.setCol(2);
+  EXPECT_TRUE(s.FontBold());
+  s.setCol(3);
+  EXPECT_FALSE(s.FontBold());
+  s.setRow(-1);
+  s.setCol(-1);
+  s.setFontBold(false);
+  s.setRow(1);
+  s.setCol(1);
+  EXPECT_FALSE(s.FontBold());
+}
+
+TEST_F(Sheet, RowByRowDefaultsSplitAndMergeRunsExactly) {
+  // Many rows get the same alignment, one at a time, as new rows do.
+  s.setMaxRows(1000);
+  s.setRow(-1);
+  s.setCol(-1);
+  s.setTypeVAlign(2);
+  for (int32_t r = 1; r <= 1000; ++r) {
+    s.setRow(r);
+    s.setCol(2);
+    s.setTypeVAlign(0);
+  }
+  s.setRow(500);
+  EXPECT_EQ(s.TypeVAlign(), 0);
+  // One cell in the middle changes, its neighbours keep their value.
+  s.setTypeVAlign(1);
+  EXPECT_EQ(s.TypeVAlign(), 1);
+  s.setRow(499);
+  EXPECT_EQ(s.TypeVAlign(), 0);
+  s.setRow(501);
+  EXPECT_EQ(s.TypeVAlign(), 0);
+  // A later column write covers all of them; a cell written after it wins again.
+  s.setRow(-1);
+  s.setTypeVAlign(2);
+  s.setRow(500);
+  EXPECT_EQ(s.TypeVAlign(), 2);
+  s.setTypeVAlign(0);
+  EXPECT_EQ(s.TypeVAlign(), 0);
+  s.setRow(1000);
+  EXPECT_EQ(s.TypeVAlign(), 2);
+  s.setCol(1);
+  EXPECT_EQ(s.TypeVAlign(), 2);  // the sheet's value in a column never written
+}
+
+TEST_F(Sheet, LayoutPlacesCellsAndHidesZeroSizedLines) {
+  double x, y, w, h;
+  ASSERT_TRUE(s.GetCellPos(2, 3, x, y, w, h));
+  EXPECT_DOUBLE_EQ(x, 300 + 1000);
+  EXPECT_DOUBLE_EQ(y, 300 + 600);  // the caption row, then rows 1 and 2
+  EXPECT_DOUBLE_EQ(w, 1000);
+  s.setColWidth(1, 0);
+  s.setRow(2);
+  s.setRowHidden(true);
+  ASSERT_TRUE(s.GetCellPos(2, 3, x, y, w, h));
+  EXPECT_DOUBLE_EQ(x, 300);
+  EXPECT_DOUBLE_EQ(y, 300 + 300);
+  EXPECT_EQ(s.shownHeaderRows(), std::vector<int32_t>{-997});
+  EXPECT_EQ(s.shownHeaderCols(), std::vector<int32_t>{0});
+  const auto hit = s.hitTest(300 + 10, 300 + 310);
+  EXPECT_EQ(hit.area, SpreadSurface::Hit::Cell);
+  EXPECT_EQ(hit.col, 2);
+  EXPECT_EQ(hit.row, 3);
+  // A span covers its neighbours.
+  s.AddCellSpan(2, -997, 2, 1);
+  ASSERT_NE(s.spanAt(3, -997), nullptr);
+  EXPECT_EQ(s.spanAt(3, -997)->col, 2);
+  EXPECT_EQ(s.spanAt(4, -997), nullptr);
+}
+
+TEST_F(Sheet, KeysRaiseKeyDownFirstAndMoveOverHiddenLinesWithLeaveCell) {
+  s.setColWidth(2, 0);
+  s.inputKeyDown(key::Right, 0);
+  EXPECT_EQ(s.ActiveCol(), 3);  // column 2 is hidden
+  EXPECT_EQ(rec.log.at(0), "KeyDown 39,0");
+  EXPECT_EQ(rec.log.at(1), "LeaveCell 1,1>3,1");
+  // The owner can swallow a key.
+  s.inputKeyDown(key::Down, shift::Ctrl);
+  EXPECT_EQ(s.ActiveRow(), 1);
+  // The owner can refuse a move.
+  rec.refuseLeave = true;
+  s.inputKeyDown(key::Down, 0);
+  EXPECT_EQ(s.ActiveRow(), 1);
+  rec.refuseLeave = false;
+  s.inputKeyDown(key::Down, shift::Shift);
+  EXPECT_EQ(s.ActiveRow(), 2);
+  EXPECT_EQ(s.SelBlockRow(), 1);
+  EXPECT_EQ(s.SelBlockRow2(), 2);
+  // Edges stay where they are.
+  s.inputKeyDown(key::End, shift::Ctrl);
+  EXPECT_EQ(s.ActiveRow(), 5);
+  EXPECT_EQ(s.ActiveCol(), 4);
+  s.inputKeyDown(key::Down, 0);
+  EXPECT_EQ(s.ActiveRow(), 5);
+}
+
+TEST_F(Sheet, MouseClicksCellsAndDraggingAHeaderEdgeResizes) {
+  s.inputMouseDown(MouseButton::Left, 0, 300 + 1000 + 500, 300 + 300 + 100);
+  EXPECT_EQ(s.ActiveCol(), 2);
+  EXPECT_EQ(s.ActiveRow(), 2);
+  EXPECT_EQ(rec.log.back(), "Click 2,2");
+  s.inputMouseUp(MouseButton::Left, 0, 0);
+  // Drag the right edge of column 1's caption to the left, to nothing.
+  rec.log.clear();
+  s.inputMouseDown(MouseButton::Left, 0, 300 + 1000, 150);
+  s.inputMouseMove(300, 150, true);
+  s.inputMouseUp(MouseButton::Left, 300, 150);
+  EXPECT_EQ(s.ColWidth(1), 0);
+  ASSERT_EQ(rec.log.size(), 1u);
+  EXPECT_EQ(rec.log.back(), "ColWidthChange 1,1");
+  s.inputDblClick(300 + 500, 300 + 300 + 100);  // column 1 is gone: column 2 is there now
+  EXPECT_EQ(rec.log.back(), "DblClick 2,2");
+}
+
+TEST_F(Sheet, CopyPutsTheSelectedBlockOnTheClipboard) {
+  FakePlatform fake;
+  s.SetText(1, 1, QStringLiteral("ก"));
+  s.SetText(2, 1, QStringLiteral("b"));
+  s.SetText(1, 2, QStringLiteral("c"));
+  s.inputKeyDown(key::Down, shift::Shift);
+  s.inputKeyDown(key::Right, shift::Shift);
+  s.inputKeyDown('C', shift::Ctrl);
+  EXPECT_EQ(fake.clipboard, QString::fromUtf8("ก\tb\r\nc\t\r\n"));
+}
+
+TEST_F(Sheet, RowLayoutMarkerFollowsAppendedAndChangedRows) {
+  s.clearRowLayoutDirty();
+  EXPECT_EQ(s.rowLayoutDirtyFrom(), 6);
+  s.setMaxRows(7);
+  EXPECT_EQ(s.rowLayoutDirtyFrom(), 6);
+  s.clearRowLayoutDirty();
+  s.setRowHeight(3, 0);
+  EXPECT_EQ(s.rowLayoutDirtyFrom(), 3);
+}

@@ -1,0 +1,192 @@
+#include "companion/db/ResultTable.h"
+
+#include <QByteArray>
+#include <bit>
+
+namespace tq7::db {
+
+ResultTable::ResultTable(const QStringList& names) {
+  cols_.resize(size_t(names.size()));
+  for (qsizetype i = 0; i < names.size(); ++i) cols_[size_t(i)].name = names[i];
+}
+
+FieldType ResultTable::type(int32_t c) const {
+  const Column& col = cols_[size_t(c)];
+  switch (col.kind) {
+    case Kind::None: return col.declared;
+    case Kind::Int: return FieldType::Integer;
+    case Kind::Double: return col.declared == FieldType::Date ? FieldType::Date : FieldType::Double;
+    case Kind::Text: return FieldType::Text;
+    case Kind::Blob: return FieldType::Binary;
+    case Kind::Mixed: return FieldType::Variant;
+  }
+  return FieldType::Empty;
+}
+
+bool ResultTable::isNull(int64_t row, int32_t c) const {
+  const Column& col = cols_[size_t(c)];
+  const size_t w = size_t(row) >> 6;
+  return w < col.nulls.size() && ((col.nulls[w] >> (uint64_t(row) & 63)) & 1u);
+}
+
+QVariant ResultTable::value(int64_t row, int32_t c) const {
+  const Column& col = cols_[size_t(c)];
+  if (row < 0 || row >= col.count || isNull(row, c)) return QVariant();
+  const size_t r = size_t(row);
+  Kind k = col.kind;
+  if (k == Kind::Mixed) k = Kind(col.tags[r]);
+  switch (k) {
+    case Kind::Int: return QVariant(qlonglong(col.nums[r]));
+    case Kind::Double: return QVariant(std::bit_cast<double>(col.nums[r]));
+    case Kind::Text:
+    case Kind::Blob: {
+      const uint64_t from = r ? col.ends[r - 1] : 0;
+      const uint64_t len = col.ends[r] - from;
+      if (k == Kind::Text) return QVariant(QString::fromUtf8(col.bytes.data() + from, qsizetype(len)));
+      return QVariant(QByteArray(col.bytes.data() + from, qsizetype(len)));
+    }
+    default: return QVariant();
+  }
+}
+
+ResultTable::Column& ResultTable::prepare(int32_t c, bool null) {
+  Column& col = cols_[size_t(c)];
+  if ((uint64_t(col.count) & 63) == 0) col.nulls.push_back(0);
+  if (null) col.nulls[size_t(col.count) >> 6] |= uint64_t(1) << (uint64_t(col.count) & 63);
+  return col;
+}
+
+void ResultTable::appendNull(int32_t c) {
+  Column& col = prepare(c, true);
+  switch (col.kind) {
+    case Kind::None: break;
+    case Kind::Int:
+    case Kind::Double: col.nums.push_back(0); break;
+    case Kind::Text:
+    case Kind::Blob: col.ends.push_back(col.bytes.size()); break;
+    case Kind::Mixed:
+      col.nums.push_back(0);
+      col.ends.push_back(col.bytes.size());
+      col.tags.push_back(uint8_t(Kind::None));
+      break;
+  }
+  ++col.count;
+}
+
+void ResultTable::intsToDoubles(Column& col) {
+  for (size_t i = 0; i < col.nums.size(); ++i) col.nums[i] = std::bit_cast<int64_t>(double(col.nums[i]));
+  col.kind = Kind::Double;
+}
+
+void ResultTable::toMixed(Column& col) {
+  const size_t n = size_t(col.count);
+  const Kind was = col.kind;
+  if (was != Kind::Int && was != Kind::Double) col.nums.resize(n, 0);
+  if (was != Kind::Text && was != Kind::Blob) col.ends.resize(n, 0);
+  col.tags.resize(n, uint8_t(was));
+  col.kind = Kind::Mixed;
+}
+
+void ResultTable::appendInt(int32_t c, int64_t v) {
+  Column& col = prepare(c, false);
+  switch (col.kind) {
+    case Kind::None:
+      col.nums.resize(size_t(col.count), 0);
+      col.kind = Kind::Int;
+      [[fallthrough]];
+    case Kind::Int: col.nums.push_back(v); break;
+    case Kind::Double: col.nums.push_back(std::bit_cast<int64_t>(double(v))); break;
+    case Kind::Text:
+    case Kind::Blob: toMixed(col); [[fallthrough]];
+    case Kind::Mixed:
+      col.nums.push_back(v);
+      col.ends.push_back(col.bytes.size());
+      col.tags.push_back(uint8_t(Kind::Int));
+      break;
+  }
+  ++col.count;
+}
+
+void ResultTable::appendDouble(int32_t c, double v) {
+  Column& col = prepare(c, false);
+  switch (col.kind) {
+    case Kind::None:
+      col.nums.resize(size_t(col.count), 0);
+      col.kind = Kind::Double;
+      break;
+    case Kind::Int: intsToDoubles(col); break;
+    case Kind::Double: break;
+    case Kind::Text:
+    case Kind::Blob: toMixed(col); [[fallthrough]];
+    case Kind::Mixed:
+      col.nums.push_back(std::bit_cast<int64_t>(v));
+      col.ends.push_back(col.bytes.size());
+      col.tags.push_back(uint8_t(Kind::Double));
+      ++col.count;
+      return;
+  }
+  col.nums.push_back(std::bit_cast<int64_t>(v));
+  ++col.count;
+}
+
+void ResultTable::appendText(int32_t c, const char* utf8, size_t n) {
+  Column& col = prepare(c, false);
+  switch (col.kind) {
+    case Kind::None:
+      col.ends.resize(size_t(col.count), 0);
+      col.kind = Kind::Text;
+      break;
+    case Kind::Text: break;
+    case Kind::Int:
+    case Kind::Double:
+    case Kind::Blob: toMixed(col); [[fallthrough]];
+    case Kind::Mixed:
+      col.nums.push_back(0);
+      col.tags.push_back(uint8_t(Kind::Text));
+      break;
+  }
+  col.bytes.append(utf8, n);
+  col.ends.push_back(col.bytes.size());
+  ++col.count;
+}
+
+void ResultTable::appendBlob(int32_t c, const char* data, size_t n) {
+  Column& col = prepare(c, false);
+  switch (col.kind) {
+    case Kind::None:
+      col.ends.resize(size_t(col.count), 0);
+      col.kind = Kind::Blob;
+      break;
+    case Kind::Blob: break;
+    case Kind::Int:
+    case Kind::Double:
+    case Kind::Text: toMixed(col); [[fallthrough]];
+    case Kind::Mixed:
+      col.nums.push_back(0);
+      col.tags.push_back(uint8_t(Kind::Blob));
+      break;
+  }
+  col.bytes.append(data, n);
+  col.ends.push_back(col.bytes.size());
+  ++col.count;
+}
+
+void ResultTable::finish() {
+  for (Column& col : cols_) {
+    col.nulls.shrink();
+    col.nums.shrink();
+    col.bytes.shrink();
+    col.ends.shrink();
+    col.tags.shrink();
+  }
+}
+
+size_t ResultTable::memoryBytes() const {
+  size_t total = sizeof(*this) + cols_.capacity() * sizeof(Column);
+  for (const Column& col : cols_)
+    total += col.nulls.capacityBytes() + col.nums.capacityBytes() + col.bytes.capacityBytes() +
+             col.ends.capacityBytes() + col.tags.capacityBytes();
+  return total;
+}
+
+}  // namespace tq7::db

@@ -1,0 +1,144 @@
+#pragma once
+// A static result held whole in memory, one typed store per column: 64-bit integers, doubles or
+// UTF-8 text in one arena, with a null bitmap beside each. Nothing is kept per cell as a QVariant;
+// a value is made only when a caller reads it. Providers fill it row by row through the append
+// calls; a column whose values change kind on the way (SQLite is loosely typed) is promoted.
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <type_traits>
+#include <vector>
+
+namespace tq7::db {
+
+// What a field holds. Date values are double serials (days since 30 December 1899).
+enum class FieldType : int16_t { Empty = 0, Integer = 1, Double = 2, Date = 3, Text = 4, Binary = 5, Variant = 6 };
+
+// A growable array of plain values on malloc/realloc, so that a large column grows in place
+// (the allocator can remap pages) instead of holding the old and the new copy at once.
+template <class T>
+class PodBuffer {
+  static_assert(std::is_trivially_copyable_v<T>);
+
+ public:
+  PodBuffer() = default;
+  PodBuffer(const PodBuffer&) = delete;
+  PodBuffer& operator=(const PodBuffer&) = delete;
+  PodBuffer(PodBuffer&& o) noexcept : p_(o.p_), n_(o.n_), cap_(o.cap_) { o.p_ = nullptr, o.n_ = o.cap_ = 0; }
+  PodBuffer& operator=(PodBuffer&& o) noexcept {
+    if (this != &o) {
+      std::free(p_);
+      p_ = o.p_, n_ = o.n_, cap_ = o.cap_;
+      o.p_ = nullptr, o.n_ = o.cap_ = 0;
+    }
+    return *this;
+  }
+  ~PodBuffer() { std::free(p_); }
+
+  size_t size() const { return n_; }
+  size_t capacityBytes() const { return cap_ * sizeof(T); }
+  T* data() { return p_; }
+  const T* data() const { return p_; }
+  T& operator[](size_t i) { return p_[i]; }
+  const T& operator[](size_t i) const { return p_[i]; }
+
+  void push_back(T v) {
+    if (n_ == cap_) grow(n_ + 1);
+    p_[n_++] = v;
+  }
+  // Appends count values copied from src.
+  void append(const T* src, size_t count) {
+    if (n_ + count > cap_) grow(n_ + count);
+    if (count) std::memcpy(p_ + n_, src, count * sizeof(T));
+    n_ += count;
+  }
+  void resize(size_t n, T fill) {
+    if (n > cap_) grow(n);
+    for (size_t i = n_; i < n; ++i) p_[i] = fill;
+    n_ = n;
+  }
+  void clear() { n_ = 0; }
+  // Gives back what growth left unused.
+  void shrink() {
+    if (cap_ == n_) return;
+    if (n_ == 0) {
+      std::free(p_);
+      p_ = nullptr, cap_ = 0;
+      return;
+    }
+    if (void* q = std::realloc(p_, n_ * sizeof(T))) p_ = static_cast<T*>(q), cap_ = n_;
+  }
+
+ private:
+  void grow(size_t need) {
+    size_t cap = cap_ ? cap_ + cap_ / 2 : 16;
+    if (cap < need) cap = need;
+    void* q = std::realloc(p_, cap * sizeof(T));
+    if (!q) throw std::bad_alloc();
+    p_ = static_cast<T*>(q);
+    cap_ = cap;
+  }
+
+  T* p_ = nullptr;
+  size_t n_ = 0;
+  size_t cap_ = 0;
+};
+
+class ResultTable {
+ public:
+  explicit ResultTable(const QStringList& names);
+  ResultTable(const ResultTable&) = delete;
+  ResultTable& operator=(const ResultTable&) = delete;
+
+  int32_t columnCount() const { return int32_t(cols_.size()); }
+  int64_t rowCount() const { return rows_; }
+  const QString& name(int32_t c) const { return cols_[size_t(c)].name; }
+  // The column's type as fetched; a column with no value but nulls takes its declared type.
+  FieldType type(int32_t c) const;
+  // The type the source declared, used when no value says otherwise; Date turns doubles into dates.
+  void setDeclaredType(int32_t c, FieldType t) { cols_[size_t(c)].declared = t; }
+
+  bool isNull(int64_t row, int32_t c) const;
+  // The cell as a variant: a null QVariant for NULL, qlonglong, double, QString or QByteArray.
+  QVariant value(int64_t row, int32_t c) const;
+
+  // Filling, row by row: each column takes exactly one append per row, then endRow().
+  void appendNull(int32_t c);
+  void appendInt(int32_t c, int64_t v);
+  void appendDouble(int32_t c, double v);
+  void appendText(int32_t c, const char* utf8, size_t bytes);
+  void appendBlob(int32_t c, const char* data, size_t bytes);
+  void endRow() { ++rows_; }
+  // Called once the last row is in: trims the stores to their size.
+  void finish();
+
+  // Bytes held by the stores, for the budget of a fetch.
+  size_t memoryBytes() const;
+
+ private:
+  enum class Kind : uint8_t { None, Int, Double, Text, Blob, Mixed };
+  struct Column {
+    QString name;
+    FieldType declared = FieldType::Empty;
+    Kind kind = Kind::None;
+    int64_t count = 0;            // values appended so far
+    PodBuffer<uint64_t> nulls;    // one bit per row
+    PodBuffer<int64_t> nums;      // Int; Double as its bits; Mixed numbers
+    PodBuffer<char> bytes;        // Text, Blob and Mixed texts: one arena
+    PodBuffer<uint64_t> ends;     // end offset in the arena of each row's text
+    PodBuffer<uint8_t> tags;      // Mixed only: the kind of each row
+  };
+
+  Column& prepare(int32_t c, bool isNull);
+  void toMixed(Column& col);
+  void intsToDoubles(Column& col);
+
+  std::vector<Column> cols_;
+  int64_t rows_ = 0;
+};
+
+}  // namespace tq7::db

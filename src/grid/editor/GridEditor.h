@@ -1,0 +1,299 @@
+#pragma once
+// The data-entry grid on the spreadsheet surface. Columns are declared into hidden attribute rows
+// of the surface; values live in Matrix1 and the text follows them; the tool bar below the
+// surface carries the record commands.
+#include "companion/Matrix.h"
+#include "frame/Control.h"
+#include "frame/SpreadSurface.h"
+#include "grid/editor/GridEditorEvents.h"
+
+#include <QString>
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+namespace tq7 {
+
+class StandardHelper;
+class DatabaseHelper;
+class IniFile;
+namespace db {
+class Recordset;
+}
+
+// Attribute rows of a column declaration, and the attribute columns of a record.
+namespace attr {
+constexpr int32_t GroupCaption2 = -999, GroupCaption1 = -998, Caption = -997, FieldName = -990, PrimaryKey = -989,
+                  FieldType = -988, MaxLength = -987, CanEdit = -986, CanDeleteAlias = -985, CanDuplicate = -984,
+                  ShellCommand = -983, CanBlank = -982, NumberOfDecimal = -981, DefaultValue = -980,
+                  DefaultText = -979, Labels = -978, DisplayDecimal = -977, MinCon = -976, MinValue = -975,
+                  MaxCon = -974, MaxValue = -973, LabelDataList = -972, ListWidth = -971, StopBlankMove = -969,
+                  HAlign = -968, VAlign = -967, NoteWidth = -966, NoteHeight = -965;
+// Columns of a record.
+constexpr int32_t StoredKey = -989, RecordState = -988;
+}  // namespace attr
+
+class GridEditor : public Control, private GridSurfaceEvents, private MatrixEvents {
+ public:
+  explicit GridEditor(QString name = QStringLiteral("GridEditor1"));
+  ~GridEditor() override;
+
+  void setListener(GridEditorEvents* l) { listener_ = l; }
+
+  // ---- Children ---------------------------------------------------------------------------------
+  SpreadSurface mfgData;
+  TextBox Text1{QStringLiteral("Text1")};  // whole-surface message box
+  TextBox Text{QStringLiteral("Text")};    // in-cell editor overlay
+  ListBox List1{QStringLiteral("List1")};
+  ListBox List2{QStringLiteral("List2")};
+  Button cmdOption{QStringLiteral("cmdOption")};
+  Button cmdLegend{QStringLiteral("cmdLegend")};
+  Button cmdSelect{QStringLiteral("cmdSelect")};
+  ToolBar TbrButton{QStringLiteral("TbrButton")};
+  Matrix Matrix1;
+
+  // The images of the tool bar's image list, in its order.
+  static const QStringList& ToolBarImages();
+
+  // ---- Public fields ------------------------------------------------------------------------------
+  int32_t ErrorNumber = 0;
+  QString RUNMODE;
+  int32_t RecordCount = 0;
+  bool RecordSetReady = false;
+  bool DOINGCLIP = false;
+
+  // ---- Stored members -----------------------------------------------------------------------------
+  int32_t TipWidth() const { return tipWidth_; }
+  void setTipWidth(int32_t v) { tipWidth_ = v; }
+  int32_t TipHeight() const { return tipHeight_; }
+  void setTipHeight(int32_t v) { tipHeight_ = v; }
+  int32_t ABSLeft() const { return absLeft_; }
+  void setABSLeft(int32_t v) { absLeft_ = v; }
+  int32_t ABSTop() const { return absTop_; }
+  void setABSTop(int32_t v) { absTop_ = v; }
+  bool ShowZeroValueText() const { return showZeroValueText_; }
+  void setShowZeroValueText(bool v) { showZeroValueText_ = v; }
+  bool DoubleClickNoAction() const { return doubleClickNoAction_; }
+  void setDoubleClickNoAction(bool v) { doubleClickNoAction_ = v; }
+  int16_t DoubleClickEventKeyCode() const { return doubleClickEventKeyCode_; }
+  void setDoubleClickEventKeyCode(int16_t v) { doubleClickEventKeyCode_ = v; }
+  int16_t DisableEditHighlight() const { return disableEditHighlight_; }
+  void setDisableEditHighlight(int16_t v) { disableEditHighlight_ = v; }
+  bool UseManualDeleteCheck() const { return useManualDeleteCheck_; }
+  void setUseManualDeleteCheck(bool v) { useManualDeleteCheck_ = v; }
+  bool StopActionAdd() const { return stopActionAdd_; }
+  void setStopActionAdd(bool v) { stopActionAdd_ = v; }
+  bool StopActionDelete() const { return stopActionDelete_; }
+  void setStopActionDelete(bool v) { stopActionDelete_ = v; }
+  bool EnableCheckAutoMoveNextRow() const { return enableCheckAutoMoveNextRow_; }
+  void setEnableCheckAutoMoveNextRow(bool v) { enableCheckAutoMoveNextRow_ = v; }
+  bool EnableCustomFunctionKey() const { return enableCustomFunctionKey_; }
+  void setEnableCustomFunctionKey(bool v) { enableCustomFunctionKey_ = v; }
+  bool EnableDeleteEventOnReadOnlyField() const { return enableDeleteEventOnReadOnlyField_; }
+  void setEnableDeleteEventOnReadOnlyField(bool v) { enableDeleteEventOnReadOnlyField_ = v; }
+
+  // Mode and tool bar flags: setting one runs setbuttons; the Show flags also re-lay out.
+  bool EditStatus() const { return editStatus_; }
+  void setEditStatus(bool v);
+  bool DataRequire() const { return dataRequire_; }
+  void setDataRequire(bool v);
+  bool ShowEnterButton() const { return showEnterButton_; }
+  void setShowEnterButton(bool v);
+  bool EditStatusShowAddButton() const { return showAdd_; }
+  void setEditStatusShowAddButton(bool v);
+  bool EditStatusShowInsertButton() const { return showInsert_; }
+  void setEditStatusShowInsertButton(bool v);
+  bool EditStatusShowRemoveButton() const { return showRemove_; }
+  void setEditStatusShowRemoveButton(bool v);
+  bool EditStatusShowClearButton() const { return showClear_; }
+  void setEditStatusShowClearButton(bool v);
+  bool EditStatusShowMoveUpButton() const { return showMoveUp_; }
+  void setEditStatusShowMoveUpButton(bool v);
+  bool EditStatusShowMoveDownButton() const { return showMoveDown_; }
+  void setEditStatusShowMoveDownButton(bool v);
+
+  // Running numbers in the row header.
+  bool EnableNumber() const { return enableNumber_; }
+  void setEnableNumber(bool v);
+  float NumberWidth() const { return numberWidth_; }
+  void setNumberWidth(float v);
+
+  // ---- Frame ---------------------------------------------------------------------------------------
+  int32_t hwnd() const { return mfgData.hWnd(); }
+  SpreadSurface& GETMSHFlexGrid() { return mfgData; }
+  Matrix& GETGridValueObject() { return Matrix1; }
+  db::Recordset* GETRecordset() { return rsid_.get(); }
+  int16_t GETGridTYpe() const { return 1; }
+  void iSendKeys(const QString& iString, bool Wait = false);
+  int16_t SetParentForm(void* PassForm, bool ActionSingleControl = false);
+  void* ParentForm() const { return parentForm_; }
+  void SpeedProcess(bool Status);
+  int16_t SpeedProcess2(bool Status, const QString& NewCaption = QString());
+  void setbuttons();
+  void ReSizeNow();
+  void Refresh();
+  QString Note() const { return Text1.Text(); }
+  void setNote(const QString& v) { Text1.setText(v); }
+  int16_t FixedCols() const { return 1; }
+  int16_t FixedRows() const { return 1; }
+  int16_t FirstColumn() const { return 1; }
+
+  // Alignment constants.
+  int16_t flexAlignLeftTop() const { return 0; }
+  int16_t flexAlignLeftCenter() const { return 1; }
+  int16_t flexAlignLeftBottom() const { return 2; }
+  int16_t flexAlignCenterTop() const { return 3; }
+  int16_t flexAlignCenterCenter() const { return 4; }
+  int16_t flexAlignCenterBottom() const { return 5; }
+  int16_t flexAlignRightTop() const { return 6; }
+  int16_t flexAlignRightCenter() const { return 7; }
+  int16_t flexAlignRightBottom() const { return 8; }
+  int16_t flexAlignGeneral() const { return 9; }
+
+  void ReadProperties(const PropertyBag& bag) override;
+  void WriteProperties(PropertyBag& bag) const override;
+
+  // ---- Declaration ------------------------------------------------------------------------------
+  int16_t SetFirst(int32_t Cols = 0);
+  int16_t AddField(int16_t Column, const QString& FieldName, const QString& FieldType, int16_t PrimaryKey,
+                   const QString& Caption = QString(), int16_t DisplayDecimal = 0, const QString& MinCon = QString(),
+                   double MinValue = 0, const QString& MaxCon = QString(), double MaxValue = 0,
+                   int16_t MaxLength = 0, int16_t CanDuplicate = 0, int16_t CanBlank = 0, int16_t CanEdit = 0,
+                   int16_t CanDeleteAlias = 0, int16_t Width = 0, int16_t TitleAlign = 0, int16_t RowAlign = 0,
+                   const QString& LabelDataList = QString(), double DefaultValue = 0,
+                   const QString& DefaultText = QString(), const QString& ShellCommand = QString(),
+                   const QString& DisplayField = QString());
+  int16_t addField2(int16_t Column, const QString& FieldName, const QString& FieldType, int16_t PrimaryKey,
+                    const QString& Caption = QString(), int16_t DisplayDecimal = 0, const QString& MinCon = QString(),
+                    double MinValue = 0, const QString& MaxCon = QString(), double MaxValue = 0,
+                    int16_t MaxLength = 0, int16_t CanDuplicate = 0, int16_t CanBlank = 0, int16_t CanEdit = 0,
+                    int16_t CanDeleteAlias = 0, int16_t Width = 0, int16_t TitleAlign = 0, int16_t RowAlign = 0,
+                    const QString& LabelDataList = QString(), double DefaultValue = 0,
+                    const QString& DefaultText = QString(), const QString& ShellCommand = QString(),
+                    const QString& DisplayField = QString(), int16_t NumberOfDecimal = 0, int32_t ListWidth = 0,
+                    const QString& GroupCaption1 = QString(), const QString& GroupCaption2 = QString());
+  int16_t addField3(int16_t Column, const QString& FieldName, const QString& FieldType, int16_t PrimaryKey,
+                    const QString& Caption = QString(), int16_t DisplayDecimal = 0, const QString& MinCon = QString(),
+                    double MinValue = 0, const QString& MaxCon = QString(), double MaxValue = 0,
+                    int16_t MaxLength = 0, int16_t CanDuplicate = 0, int16_t CanBlank = 0, int16_t CanEdit = 0,
+                    int16_t CanDeleteAlias = 0, int16_t Width = 0, int16_t TitleAlign = 0, int16_t RowAlign = 0,
+                    const QString& LabelDataList = QString(), double DefaultValue = 0,
+                    const QString& DefaultText = QString(), const QString& ShellCommand = QString(),
+                    const QString& DisplayField = QString(), int16_t NumberOfDecimal = 0, int32_t ListWidth = 0,
+                    const QString& GroupCaption1 = QString(), const QString& GroupCaption2 = QString(),
+                    int16_t StopBlankMove = 0);
+  int32_t GetRowCaption() const { return attr::Caption; }
+  int32_t GetRowGroupCaption1() const { return attr::GroupCaption1; }
+  int32_t GetRowGroupCaption2() const { return attr::GroupCaption2; }
+  bool IsColHidden(int32_t iColumn);
+  double SetColumnWidth(int32_t iColumn, double Value);
+
+  // The declared widths, "Column,Width" entries joined by semicolons, in the order of declaration.
+  const QString& DeclaredWidths() const { return declaredWidths_; }
+  int32_t HighestDeclaredColumn() const { return highestColumn_; }
+  int16_t PrimaryKeyColumn() const { return primaryKeyColumn_; }
+  const QString& PrimaryKeyName() const { return primaryKeyName_; }
+
+  // ---- Defaults of a row ------------------------------------------------------------------------
+  void FillINI();
+  void FillINI2(std::optional<int32_t> iRow = std::nullopt);
+
+  // ---- Record and column mapping ------------------------------------------------------------------
+  int32_t Row2Record(int32_t Row) const { return Row < 0 ? -Row : Row; }
+  int32_t DataRow(int32_t Row) const { return Row2Record(Row); }
+  int32_t Col2Column(int32_t COL) const { return COL < 0 ? -COL : COL; }
+  int32_t DataCol(int32_t COL) const { return Col2Column(COL); }
+  int32_t Record2Row(int32_t Record) const;
+  int32_t Column2Col(int32_t Column) const;
+  int32_t Record() const { return mfgData.ActiveRow(); }
+  void setRecord(int32_t v);
+  int32_t Column() const { return mfgData.ActiveCol(); }
+  void setColumn(int32_t v);
+  int32_t Row() const { return mfgData.ActiveRow(); }
+  int32_t COL() const { return mfgData.ActiveCol(); }
+  int32_t Rows() const { return mfgData.MaxRows(); }
+  int32_t LastRecord() const { return mfgData.MaxRows(); }
+  int32_t Cols() const { return mfgData.MaxCols(); }
+  int32_t LastColumn() const { return mfgData.MaxCols(); }
+
+  // ---- Cell values --------------------------------------------------------------------------------
+  QString TextMatrix(int32_t Row, int32_t COL) const { return mfgData.GetText(COL, Row); }
+  void setTextMatrix(int32_t Row, int32_t COL, const QString& text) { mfgData.SetText(COL, Row, text); }
+  QString GETText(int32_t iRecord, int32_t iColumn) const;
+  int16_t SetText(int32_t Record, int32_t Column, const QString& StringValue);
+  double GETValue(int32_t iRecord, int32_t iColumn);
+  int16_t SetValue(int32_t iRecord, int32_t iColumn, double Value);
+  void Matrix1_DataChange() {}
+
+  // ---- Record commands wired to the tool bar ------------------------------------------------------
+  void cmdDelete_Click();
+
+ protected:
+  void onResize() override;
+  void onGotFocus() override;
+  void onChildGotFocus(Widget& w) override;
+
+ private:
+  // Surface events.
+  void Click(int32_t Col, int32_t Row) override;
+  void ColWidthChange(int32_t Col1, int32_t Col2) override;
+  void RowHeightChange(int32_t Row1, int32_t Row2) override;
+  void LeaveCell(int32_t Col, int32_t Row, int32_t NewCol, int32_t NewRow, bool& Cancel) override;
+  // Matrix events: the rendering of a value into its cell's text.
+  void CellDataChange(int32_t& Row, int32_t& Column) override;
+
+  void setUpSurface();
+  void setUpToolBar();
+  void onToolBarClick(const QString& key);
+  void resize();
+  void setFlag(bool& flag, bool v, bool relayout);
+  QString attribute(int32_t attrRow, int32_t col) const { return mfgData.GetText(col, attrRow); }
+  void setAttribute(int32_t attrRow, int32_t col, const QString& text) { mfgData.SetText(col, attrRow, text); }
+  // Sets TypeHAlign and TypeVAlign of the pointed cells from a flexAlign value; General changes nothing.
+  void applyAlignment(int16_t flexAlign, bool titleRow);
+  void emptyDateTest(int32_t row, int32_t col);
+  void showCheckCell(int32_t row, int32_t col, double value);
+  QString labelAt(int32_t col, double position) const;
+  QString numberText(double v, int decimals) const;
+  Matrix& locks();
+  StandardHelper& helper();
+  DatabaseHelper& dbHelper();
+  void raise(void (GridEditorEvents::*ev)());
+
+  GridEditorEvents* listener_ = nullptr;
+  std::unique_ptr<Matrix> locks_;
+  std::unique_ptr<StandardHelper> helper_;
+  std::unique_ptr<DatabaseHelper> dbHelper_;
+  std::unique_ptr<db::Recordset> rsid_;
+  void* parentForm_ = nullptr;
+
+  int32_t tipWidth_ = 0, tipHeight_ = 0;
+  int32_t absLeft_ = 0, absTop_ = 0;
+  bool showZeroValueText_ = false;
+  bool enableNumber_ = false;
+  float numberWidth_ = 0;
+  bool editStatus_ = false;
+  bool showAdd_ = false, showInsert_ = false, showRemove_ = false, showClear_ = false;
+  bool showMoveUp_ = false, showMoveDown_ = false, showEnterButton_ = false;
+  bool doubleClickNoAction_ = false;
+  int16_t doubleClickEventKeyCode_ = 0;
+  int16_t disableEditHighlight_ = 0;
+  bool dataRequire_ = false, useManualDeleteCheck_ = false, stopActionAdd_ = false, stopActionDelete_ = false;
+  bool enableCheckAutoMoveNextRow_ = false, enableCustomFunctionKey_ = false;
+  bool enableDeleteEventOnReadOnlyField_ = false;
+  bool showFreeze_ = false;  // the Freeze button's visibility flag, True from creation
+  bool alive_ = false;       // cleared on destruction
+
+  double defaultRowHeight_ = 0;
+  int32_t highestColumn_ = 0;
+  int16_t primaryKeyColumn_ = 0;
+  QString primaryKeyName_;
+  QString declaredWidths_;
+  QString helpTip_;
+  struct ColourPair {
+    Colour back, fore;
+  };
+  ColourPair colours_[3]{};
+};
+
+}  // namespace tq7

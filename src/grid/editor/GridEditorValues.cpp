@@ -1,0 +1,228 @@
+// GridEditor: record and column mapping, cell values, the rendering of a value into its text,
+// and the default values of a row.
+#include "grid/editor/GridEditor.h"
+
+#include "companion/DatabaseHelper.h"
+#include "companion/StandardHelper.h"
+#include "companion/VbText.h"
+#include "frame/Error.h"
+#include "frame/Platform.h"
+
+#include <cmath>
+
+namespace tq7 {
+
+namespace {
+bool isType(const QString& t, const char* word) { return t == QLatin1String(word); }
+}  // namespace
+
+// ---- Mapping ------------------------------------------------------------------------------------
+
+int32_t GridEditor::Record2Row(int32_t Record) const {
+  const int32_t r = Record < 0 ? -Record : Record;
+  return std::min(r, mfgData.MaxRows());
+}
+
+int32_t GridEditor::Column2Col(int32_t Column) const {
+  const int32_t c = Column < 0 ? -Column : Column;
+  return std::min(c, mfgData.MaxCols());
+}
+
+void GridEditor::setRecord(int32_t v) {
+  step([&] { mfgData.SetActiveCell(mfgData.ActiveCol(), Record2Row(v)); });
+}
+
+void GridEditor::setColumn(int32_t v) {
+  step([&] { mfgData.SetActiveCell(Column2Col(v), mfgData.ActiveRow()); });
+}
+
+// ---- Values ----------------------------------------------------------------------------------------
+
+QString GridEditor::GETText(int32_t iRecord, int32_t iColumn) const {
+  if (iRecord > mfgData.MaxRows() || iColumn > mfgData.MaxCols()) return {};
+  return TextMatrix(iRecord, iColumn);
+}
+
+int16_t GridEditor::SetText(int32_t Record, int32_t Column, const QString& StringValue) {
+  if (Column == 0 && Record <= mfgData.MaxRows()) {
+    mfgData.SetText(0, Record, StringValue);
+    return 1;
+  }
+  if (Record <= mfgData.MaxRows() && Column <= mfgData.MaxCols()) {
+    setTextMatrix(Record, Column, StringValue);
+    return 1;
+  }
+  return 0;
+}
+
+double GridEditor::GETValue(int32_t iRecord, int32_t iColumn) {
+  double v = 0;
+  step([&] {
+    if (iRecord < 0 && iColumn <= mfgData.MaxCols())
+      v = helper().TextToDouble(TextMatrix(iRecord, iColumn));  // the attribute rows, read as numbers
+    else if (iRecord <= mfgData.MaxRows() && iColumn <= mfgData.MaxCols())
+      v = Matrix1.GetValue(iRecord, iColumn);
+  });
+  return v;
+}
+
+int16_t GridEditor::SetValue(int32_t iRecord, int32_t iColumn, double Value) {
+  if (iRecord > mfgData.MaxRows() || iColumn > mfgData.MaxCols()) return 0;
+  int16_t status = 0;
+  step([&] {
+    const QString type = attribute(attr::FieldType, iColumn);
+    double v = Value;
+    const bool keep = type.isEmpty() || isType(type, "TIME") || isType(type, "PERIOD") || isType(type, "DATE") ||
+                      isType(type, "DATETIME") || isType(type, "HOUR") || isType(type, "DAYTIME");
+    if (!keep) v = helper().RoundTo(Value, helper().TextToInteger(attribute(attr::DisplayDecimal, iColumn)));
+    status = Matrix1.SetValue(iRecord, iColumn, v);
+  });
+  return status;
+}
+
+// ---- Rendering ---------------------------------------------------------------------------------------
+
+QString GridEditor::labelAt(int32_t col, double position) const {
+  const QStringList labels = vb::Split(attribute(attr::Labels, col), QStringLiteral(","));
+  if (labels.isEmpty()) return {};
+  const double p = std::abs(position);
+  const qsizetype i = p >= double(labels.size()) ? labels.size() - 1 : qsizetype(vb::CLng(p));
+  return labels.value(std::min(i, labels.size() - 1));
+}
+
+void GridEditor::showCheckCell(int32_t row, int32_t col, double value) {
+  const int32_t keepRow = mfgData.Row(), keepCol = mfgData.Col();
+  mfgData.setRow(row);
+  mfgData.setCol(col);
+  mfgData.setCellType(celltype::CheckBox);
+  mfgData.setTypeCheckText(QString());
+  mfgData.setTypeHAlign(2);
+  mfgData.setValue(value);
+  mfgData.setRow(keepRow);
+  mfgData.setCol(keepCol);
+}
+
+// A date whose text holds one of three fixed years stands for "no date" and shows empty.
+void GridEditor::emptyDateTest(int32_t row, int32_t col) {
+  const int32_t y = StandardHelper::YearOffset();
+  for (int32_t year : {y + 8888, y + 3333, y + 1899}) {
+    if (vb::InStr(mfgData.GetText(col, row), QString::number(year)) > 0) mfgData.SetText(col, row, QString());
+  }
+}
+
+void GridEditor::CellDataChange(int32_t& Row, int32_t& Column) {
+  if (Row > mfgData.MaxRows()) return;
+  const int32_t row = Row, col = Column;
+  const int32_t keepRow = mfgData.Row(), keepCol = mfgData.Col();
+  step([&] {
+    const QString type = attribute(attr::FieldType, col);
+    const double v = Matrix1.GetValue(row, col);
+    const bool zero = v == 0 && !showZeroValueText_;
+    StandardHelper& h = helper();
+    auto text = [&](const QString& t) { mfgData.SetText(col, row, t); };
+    if (isType(type, "CHECK")) {
+      showCheckCell(row, col, v);
+    } else if (isType(type, "YESNO")) {
+      text(v == 1 ? QStringLiteral("Y") : QStringLiteral("N"));
+    } else if (isType(type, "PERIOD")) {
+      text(v == 0 ? QString() : h.PeriodText(v));
+      emptyDateTest(row, col);
+    } else if (isType(type, "DATE")) {
+      text(v == 0 ? QString() : h.DateText(v, 0, true));
+      emptyDateTest(row, col);
+    } else if (isType(type, "DATETIME")) {
+      text(v == 0 ? QString() : h.DateText(v, 0, false) + QLatin1Char(' ') + h.TimeText(v));
+    } else if (isType(type, "TIME")) {
+      text(zero ? QString() : h.TimeText(v));
+    } else if (isType(type, "LABELLIST")) {
+      if (!attribute(attr::Labels, col).isEmpty()) text(labelAt(col, v));
+    } else if (isType(type, "HOUR")) {
+      text(v == 0 ? QString() : h.HourText(v));
+    } else if (isType(type, "DAYTIME")) {
+      text(v == 0 ? QString() : h.DayTimeText(v));
+    } else if (isType(type, "YEAR")) {
+      text(v == 0 ? QString() : vb::formatNumber(v + StandardHelper::YearOffset(), 0, false));
+    } else {
+      // Any other type shows the number, TEXT included: a value written to a TEXT column
+      // replaces its text.
+      text(zero ? QString() : h.NumberFormat(v, h.TextToInteger(attribute(attr::DisplayDecimal, col))));
+    }
+  });
+  mfgData.setRow(keepRow);
+  mfgData.setCol(keepCol);
+  raise(&GridEditorEvents::GridDataChange);
+}
+
+// ---- Defaults of a row ----------------------------------------------------------------------------------
+
+void GridEditor::FillINI() { FillINI2(); }
+
+void GridEditor::FillINI2(std::optional<int32_t> iRow) {
+  SpreadSurface& s = mfgData;
+  int32_t row = iRow.value_or(0);
+  if (row < 1 || row > s.MaxRows()) row = s.MaxRows();
+  if (enableNumber_) step([&] { dbHelper().NumberRows(s, 1, -1, 0, 0, 0, 1); });
+  s.setRow(row);
+  s.setRow2(row);
+  StandardHelper& h = helper();
+  for (int32_t col = 1; col <= s.MaxCols(); ++col) {
+    step([&] {
+      s.setCol(col);
+      s.setTypeHAlign(h.TextToInteger(attribute(attr::HAlign, col)));
+      s.setTypeVAlign(h.TextToInteger(attribute(attr::VAlign, col)));
+      s.setCellNote(QString());
+      s.setBackColor(syscolor::Window);
+      s.setForeColor(syscolor::WindowText);
+    });
+    const QString type = attribute(attr::FieldType, col);
+    if (type.isEmpty()) continue;
+    step([&] {
+      auto defaultValue = [&] { return h.TextToDouble(attribute(attr::DefaultValue, col)); };
+      auto text = [&](const QString& t) { s.SetText(col, row, t); };
+      if (isType(type, "AUTONUMBER")) {
+        SetValue(row, col, row);
+        locks().SetValue(row, col, 0);
+      } else if (isType(type, "ABSNUMBER")) {
+        Matrix1.SetValue(row, col, std::abs(defaultValue()));
+        locks().SetValue(row, col, 0);
+      } else if (isType(type, "NUMBER") || isType(type, "YEAR")) {
+        Matrix1.SetValue(row, col, defaultValue());
+        locks().SetValue(row, col, 0);
+      } else if (isType(type, "TEXT")) {
+        text(attribute(attr::DefaultText, col));
+      } else if (isType(type, "CHECK")) {
+        showCheckCell(row, col, 0);
+        Matrix1.SetValue(row, col, defaultValue());
+      } else if (isType(type, "YESNO")) {
+        Matrix1.SetValue(row, col, defaultValue());
+      } else if (isType(type, "PERIOD") || isType(type, "DATE")) {
+        const double v = defaultValue();
+        Matrix1.SetValue(row, col, v);
+        if (v == 0)
+          text(QString());
+        else
+          text(isType(type, "PERIOD") ? h.PeriodText(v) : h.DateText(v, 0, false));
+        emptyDateTest(row, col);
+      } else if (isType(type, "DATETIME")) {
+        double v = defaultValue();
+        if (v == 0) v = platform().now();
+        Matrix1.SetValue(row, col, v);
+        text(h.DateText(v, 0, false) + QLatin1Char(' ') + h.TimeText(v));
+      } else if (isType(type, "TIME") || isType(type, "HOUR")) {
+        const double v = defaultValue();
+        Matrix1.SetValue(row, col, v);
+        text(h.TimeText(v));
+      } else if (isType(type, "DAYTIME")) {
+        const double v = defaultValue();
+        Matrix1.SetValue(row, col, v);
+        text(h.DayTimeText(v));
+      } else if (isType(type, "LABELLIST")) {
+        const int16_t position = h.TextToInteger(attribute(attr::DefaultValue, col));
+        Matrix1.SetValue(row, col, std::abs(double(position)));
+        if (!attribute(attr::Labels, col).isEmpty()) text(labelAt(col, position));
+      }
+    });
+  }
+}
+
+}  // namespace tq7

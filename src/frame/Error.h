@@ -15,6 +15,7 @@ constexpr int32_t SubscriptOutOfRange = 9;
 constexpr int32_t TypeMismatch = 13;
 constexpr int32_t InvalidProcedureCall = 5;
 constexpr int32_t FileNotFound = 53;
+constexpr int32_t PathFileAccess = 75;
 constexpr int32_t PathNotFound = 76;
 constexpr int32_t ObjectRequired = 424;
 constexpr int32_t ElementNotFound = 35601;

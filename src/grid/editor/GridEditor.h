@@ -18,6 +18,7 @@ class StandardHelper;
 class DatabaseHelper;
 class IniFile;
 namespace db {
+class Connection;
 class Recordset;
 }
 
@@ -194,9 +195,33 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   int16_t PrimaryKeyColumn() const { return primaryKeyColumn_; }
   const QString& PrimaryKeyName() const { return primaryKeyName_; }
 
+  // ---- Lifecycle and load ------------------------------------------------------------------------
+  int16_t SetData(const QString& Caption, const QString& Table, const QString& WHERE, const QString& ORDER,
+                  const QString& PKLIST = QString(), int16_t ReadOnly = 0,
+                  const QString& DataConnectionString = QString(), const QString& AppConnectionString = QString());
+  void SetLast(const QString& FolderPathName, const QString& ControlName, const QString& UserID);
+  void SetLast2(const QString& FolderPathName, const QString& ControlName, const QString& UserID,
+                const QString& UserConnectionString, const QString& AppConnectionString);
+  void SetLast3(const QString& FolderPathName, const QString& ControlName, const QString& UserID,
+                const QString& UserConnectionString, const QString& AppConnectionString, bool SkipDefault = false);
+  void ApplyColumnFormat(const QString& Text);
+  void GridReady();
+  void GridReady2(bool SkipDefault = false);
+  void FillData();
+  void FillData3(bool UseTableCheck = false, bool UseFieldCheck = false);
+  void AppendData();
+  void AppendData3(bool UseTableCheck = false, bool UseFieldCheck = false);
+  void AppendData4(bool UseTableCheck = false, bool UseFieldCheck = false, bool AutoShow = false);
+  bool Loading() const { return loading_; }
+
   // ---- Defaults of a row ------------------------------------------------------------------------
   void FillINI();
   void FillINI2(std::optional<int32_t> iRow = std::nullopt);
+
+  // ---- Record append ------------------------------------------------------------------------------
+  void cmdAdd_Click();
+  void cmdAppend_Click(bool WithColor = false);
+  void cmdAddNewNoCheck();
 
   // ---- Record and column mapping ------------------------------------------------------------------
   int32_t Row2Record(int32_t Row) const { return Row < 0 ? -Row : Row; }
@@ -215,6 +240,21 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   int32_t LastRecord() const { return mfgData.MaxRows(); }
   int32_t Cols() const { return mfgData.MaxCols(); }
   int32_t LastColumn() const { return mfgData.MaxCols(); }
+  int32_t RecordSel() const { return Row2Record(mfgData.SelBlockRow2()); }
+  void setRecordSel(int32_t v) { mfgData.setRow2(Record2Row(v)); }
+  int32_t ColumnSel() const { return Col2Column(mfgData.SelBlockCol2()); }
+  void setColumnSel(int32_t v) { mfgData.setCol2(Column2Col(v)); }
+  int32_t SelBlockRow2() const { return mfgData.SelBlockRow2(); }
+  int32_t SelBlockCol2() const { return mfgData.SelBlockCol2(); }
+  void TopRecord(int32_t vData) { mfgData.setTopRow(Record2Row(vData)); }
+  void LeftColumn(int32_t vData) { mfgData.setLeftCol(Column2Col(vData)); }
+  // Records that are not marked deleted.
+  int32_t RecordActiveCount() const;
+  int32_t RecordActive() const;
+  int32_t Record2RecordActive(int32_t iRecord) const;
+  int32_t NextActiveRecord(int32_t BaseRecord) const;
+  int32_t PreviousActiveRecord(int32_t BaseRecord) const;
+  bool isRowWasMarkDeleted(int32_t Record) const { return mfgData.RowHeight(Record) == 0; }
 
   // ---- Cell values --------------------------------------------------------------------------------
   QString TextMatrix(int32_t Row, int32_t COL) const { return mfgData.GetText(COL, Row); }
@@ -224,6 +264,10 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   double GETValue(int32_t iRecord, int32_t iColumn);
   int16_t SetValue(int32_t iRecord, int32_t iColumn, double Value);
   void Matrix1_DataChange() {}
+  QString GETTextByColumnName(int32_t Record, const QString& ColumnName) const;
+  // The value as a date; the zero date out of range.
+  double GETDate2(int32_t Record, int32_t Column);
+  double GETDate(int32_t Record, int32_t Column) { return GETDate2(Record, Column); }
 
   // ---- Record commands wired to the tool bar ------------------------------------------------------
   void cmdDelete_Click();
@@ -242,6 +286,11 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   // Matrix events: the rendering of a value into its cell's text.
   void CellDataChange(int32_t& Row, int32_t& Column) override;
 
+  void LoadRecords(bool ClearFirst, db::Connection& data, db::Connection& app, bool UseTableCheck,
+                   bool UseFieldCheck, bool AutoShow);
+  void load(bool ClearFirst, bool UseTableCheck, bool UseFieldCheck, bool AutoShow, bool disableBar);
+  void joinCaptions();
+  void hideOverlays();
   void setUpSurface();
   void setUpToolBar();
   void onToolBarClick(const QString& key);
@@ -283,6 +332,14 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   bool enableDeleteEventOnReadOnlyField_ = false;
   bool showFreeze_ = false;  // the Freeze button's visibility flag, True from creation
   bool alive_ = false;       // cleared on destruction
+
+  // What SetData and the SetLast family leave.
+  QString table_, where_, order_;
+  QString dataConnection_, appConnection_, userConnection_;
+  QString folderPath_, controlName_;
+  int32_t userNumber_ = 0;
+  bool loading_ = false;
+  int32_t lastActiveRow_ = 0;  // kept when the overlays are hidden in edit mode
 
   double defaultRowHeight_ = 0;
   int32_t highestColumn_ = 0;

@@ -226,3 +226,61 @@ void GridEditor::FillINI2(std::optional<int32_t> iRow) {
 }
 
 }  // namespace tq7
+
+namespace tq7 {
+
+// ---- Active records ---------------------------------------------------------------------------------------
+
+int32_t GridEditor::RecordActiveCount() const {
+  int32_t n = 0;
+  for (int32_t r = 1; r <= mfgData.MaxRows(); ++r)
+    if (mfgData.GetText(attr::RecordState, r) != QLatin1String("D")) ++n;
+  return n;
+}
+
+int32_t GridEditor::Record2RecordActive(int32_t iRecord) const {
+  int32_t n = 0;
+  const int32_t last = Record2Row(iRecord);
+  for (int32_t r = 1; r <= last; ++r)
+    if (mfgData.GetText(attr::RecordState, r) != QLatin1String("D")) ++n;
+  return n;
+}
+
+// Counts up to the surface's pointer row, which inside a block operation is not the active row.
+int32_t GridEditor::RecordActive() const {
+  int32_t n = 0;
+  for (int32_t r = 1; r <= std::min(mfgData.Row(), mfgData.MaxRows()); ++r)
+    if (mfgData.GetText(attr::RecordState, r) != QLatin1String("D")) ++n;
+  return n;
+}
+
+int32_t GridEditor::NextActiveRecord(int32_t BaseRecord) const {
+  for (int32_t r = BaseRecord + 1; r <= mfgData.MaxRows(); ++r)
+    if (!isRowWasMarkDeleted(r)) return r;
+  return 0;
+}
+
+int32_t GridEditor::PreviousActiveRecord(int32_t BaseRecord) const {
+  for (int32_t r = std::min(BaseRecord - 1, mfgData.MaxRows()); r >= 1; --r)
+    if (!isRowWasMarkDeleted(r)) return r;
+  return 0;
+}
+
+// ---- Reading by name and as dates ---------------------------------------------------------------------------
+
+// Every match reads the grid's active column, not the column found: callers stand on the wanted
+// column first, and the walk goes on to the end.
+QString GridEditor::GETTextByColumnName(int32_t Record, const QString& ColumnName) const {
+  QString result;
+  for (int32_t c = 1; c <= mfgData.MaxCols(); ++c)
+    if (attribute(attr::FieldName, c).compare(ColumnName, Qt::CaseInsensitive) == 0)
+      result = TextMatrix(Record, mfgData.ActiveCol());
+  return result;
+}
+
+double GridEditor::GETDate2(int32_t Record, int32_t Column) {
+  if (Record > mfgData.MaxRows() || Column > mfgData.MaxCols()) return 0;
+  return Matrix1.GetValue(Record, Column);
+}
+
+}  // namespace tq7

@@ -1,0 +1,21 @@
+#pragma once
+// The gallery's pages, each a widget of its own built the way an application builds its forms:
+// the grid declared column by column, given its source and finished, in the control's order.
+#include <QString>
+#include <QWidget>
+
+namespace tq7 {
+class GridEditorWidget;
+}
+
+namespace gallery {
+
+struct SampleDatabase;
+
+// One column of every field type, with sample values in the input row.
+QWidget* makeFieldTypesPage(const QString& folder, QWidget* parent = nullptr);
+
+// The lines of one invoice, loaded from the sample database.
+QWidget* makeInvoicePage(const SampleDatabase& db, QWidget* parent = nullptr);
+
+}  // namespace gallery

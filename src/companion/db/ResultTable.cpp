@@ -2,8 +2,40 @@
 
 #include <QByteArray>
 #include <bit>
+#include <sys/mman.h>
+#include <unistd.h>
 
 namespace tq7::db {
+
+namespace detail {
+
+namespace {
+size_t pageRounded(size_t bytes) {
+  static const size_t page = size_t(sysconf(_SC_PAGESIZE));
+  return (bytes + page - 1) / page * page;
+}
+}  // namespace
+
+// Grows (or shrinks) an array to newBytes. A mapped one (of capBytes) is remapped in place or
+// moved by the kernel without copying; a heap one is copied once, usedBytes of it, into a fresh
+// mapping (the caller frees it).
+void* mapGrow(void* p, size_t capBytes, size_t usedBytes, size_t newBytes, bool mapped) {
+  void* q;
+  if (mapped) {
+    q = mremap(p, pageRounded(capBytes), pageRounded(newBytes), MREMAP_MAYMOVE);
+  } else {
+    q = mmap(nullptr, pageRounded(newBytes), PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (q != MAP_FAILED && usedBytes) std::memcpy(q, p, usedBytes);
+  }
+  if (q == MAP_FAILED) throw std::bad_alloc();
+  return q;
+}
+
+void mapFree(void* p, size_t bytes) {
+  if (p) munmap(p, pageRounded(bytes));
+}
+
+}  // namespace detail
 
 ResultTable::ResultTable(const QStringList& names) {
   cols_.resize(size_t(names.size()));

@@ -18,8 +18,16 @@ namespace tq7::db {
 // What a field holds. Date values are double serials (days since 30 December 1899).
 enum class FieldType : int16_t { Empty = 0, Integer = 1, Double = 2, Date = 3, Text = 4, Binary = 5, Variant = 6 };
 
-// A growable array of plain values on malloc/realloc, so that a large column grows in place
-// (the allocator can remap pages) instead of holding the old and the new copy at once.
+// A growable array of plain values. Small arrays live on the heap; past a few hundred kilobytes
+// an array moves to its own mapping and grows with mremap, so that a column of a large result
+// never holds an old and a new copy at once, and pages that growth reserved but no value reached
+// are never resident.
+namespace detail {
+void* mapGrow(void* p, size_t capBytes, size_t usedBytes, size_t newBytes, bool mapped);
+void mapFree(void* p, size_t bytes);
+constexpr size_t kMapThreshold = 256 * 1024;
+}  // namespace detail
+
 template <class T>
 class PodBuffer {
   static_assert(std::is_trivially_copyable_v<T>);
@@ -31,13 +39,13 @@ class PodBuffer {
   PodBuffer(PodBuffer&& o) noexcept : p_(o.p_), n_(o.n_), cap_(o.cap_) { o.p_ = nullptr, o.n_ = o.cap_ = 0; }
   PodBuffer& operator=(PodBuffer&& o) noexcept {
     if (this != &o) {
-      std::free(p_);
+      release();
       p_ = o.p_, n_ = o.n_, cap_ = o.cap_;
       o.p_ = nullptr, o.n_ = o.cap_ = 0;
     }
     return *this;
   }
-  ~PodBuffer() { std::free(p_); }
+  ~PodBuffer() { release(); }
 
   size_t size() const { return n_; }
   size_t capacityBytes() const { return cap_ * sizeof(T); }
@@ -61,26 +69,44 @@ class PodBuffer {
     for (size_t i = n_; i < n; ++i) p_[i] = fill;
     n_ = n;
   }
-  void clear() { n_ = 0; }
   // Gives back what growth left unused.
   void shrink() {
     if (cap_ == n_) return;
     if (n_ == 0) {
-      std::free(p_);
-      p_ = nullptr, cap_ = 0;
+      release();
       return;
     }
-    if (void* q = std::realloc(p_, n_ * sizeof(T))) p_ = static_cast<T*>(q), cap_ = n_;
+    setCapacity(n_);
   }
 
  private:
+  bool mapped() const { return cap_ * sizeof(T) >= detail::kMapThreshold; }
   void grow(size_t need) {
     size_t cap = cap_ ? cap_ + cap_ / 2 : 16;
-    if (cap < need) cap = need;
-    void* q = std::realloc(p_, cap * sizeof(T));
-    if (!q) throw std::bad_alloc();
+    setCapacity(cap < need ? need : cap);
+  }
+  void setCapacity(size_t cap) {
+    const size_t bytes = cap * sizeof(T);
+    void* q = nullptr;
+    if (bytes < detail::kMapThreshold && !mapped()) {
+      q = std::realloc(p_, bytes);
+      if (!q) throw std::bad_alloc();
+    } else if (bytes < detail::kMapThreshold) {  // a mapped array shrinking to a small one
+      q = std::malloc(bytes);
+      if (!q) throw std::bad_alloc();
+      std::memcpy(q, p_, n_ * sizeof(T));
+      detail::mapFree(p_, cap_ * sizeof(T));
+    } else {
+      q = detail::mapGrow(p_, cap_ * sizeof(T), n_ * sizeof(T), bytes, mapped());
+      if (!mapped()) std::free(p_);
+    }
     p_ = static_cast<T*>(q);
     cap_ = cap;
+  }
+  void release() {
+    if (mapped()) detail::mapFree(p_, cap_ * sizeof(T));
+    else std::free(p_);
+    p_ = nullptr, n_ = cap_ = 0;
   }
 
   T* p_ = nullptr;

@@ -159,11 +159,17 @@ int16_t DatabaseHelper::TableExists(const QString& TableName, const QString& Con
 int16_t DatabaseHelper::FieldExists(const QString& FieldName, const QString& TableName,
                                     const QString& ConnectionString, int16_t Mode) {
   (void)Mode;
+  const QString field = vb::Trim(FieldName).toLower();
+  const QString table = vb::Trim(TableName);
+  const QString key = ConnectionString + QChar(0x1F) + table.toLower();
+  if (columnsSeen_.value(key).contains(field)) return 1;
   int16_t found = 0;
   step([&] {
     TaskConnection t(ConnectionString);
-    for (const QString& name : t.c.columns(vb::Trim(TableName)))
-      if (sameName(name, vb::Trim(FieldName))) found = 1;
+    QStringList columns;
+    for (const QString& name : t.c.columns(table)) columns << name.toLower();
+    if (!columns.isEmpty()) columnsSeen_.insert(key, columns);
+    if (columns.contains(field)) found = 1;
   });
   return found;
 }

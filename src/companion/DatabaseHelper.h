@@ -6,7 +6,9 @@
 // The checks that answer a status (TableExists, FieldExists) or a text (LookupValue) answer 0 or
 // empty when the database cannot be asked; CheckReferences and CheckReferencedMessage let the
 // failure through as tq7::Error, so the caller's step decides.
+#include <QHash>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <cstdint>
 
@@ -37,7 +39,9 @@ class DatabaseHelper {
   static QString SqlText(const QString& Text);
   // 1 when the database has the table (or view), else 0; names compare without regard to case.
   int16_t TableExists(const QString& TableName, const QString& ConnectionString, int16_t Mode = 0);
-  // 1 when the table has the field, else 0.
+  // 1 when the table has the field, else 0. A load asks this for every field of every record, so
+  // the columns of a table, once read, answer again without a new connection; a field not among
+  // them is looked for in the database afresh (it may have been added since).
   int16_t FieldExists(const QString& FieldName, const QString& TableName, const QString& ConnectionString,
                       int16_t Mode = 0);
 
@@ -71,6 +75,7 @@ class DatabaseHelper {
 
  private:
   QString lastFind_;
+  QHash<QString, QStringList> columnsSeen_;  // connection string and table -> columns, lower case
 };
 
 }  // namespace tq7

@@ -3,6 +3,7 @@
 #include "frame/FakePlatform.h"
 #include "frame/SpreadSurface.h"
 
+#include <QFile>
 #include <gtest/gtest.h>
 
 using namespace tq7;
@@ -78,6 +79,21 @@ TEST(DbHelper, ReferencesTablesAndLookupsOnSqlite) {
   EXPECT_EQ(h.FieldExists(QStringLiteral("ttblalias"), QStringLiteral("TQ7TTABLE"), conn, 0), 1);
   EXPECT_EQ(h.FieldExists(QStringLiteral("TTblAlias"), QStringLiteral("Items"), conn, 0), 0);
   EXPECT_EQ(h.FieldExists(QStringLiteral("ItemID"), QStringLiteral("Nothing"), conn, 0), 0);
+
+  // A load asks for the same fields again and again: a field once found needs no new connection,
+  // one not found yet is looked for afresh.
+  SqliteFile g("CREATE TABLE T(a, b);");
+  DatabaseHelper k;
+  EXPECT_EQ(k.FieldExists(QStringLiteral("a"), QStringLiteral("T"), g.conn(), 0), 1);
+  {
+    db::Connection c;
+    c.Open(g.conn());
+    c.Execute(QStringLiteral("ALTER TABLE T ADD COLUMN c"));
+  }
+  EXPECT_EQ(k.FieldExists(QStringLiteral("C"), QStringLiteral("t"), g.conn(), 0), 1);
+  ASSERT_TRUE(QFile::remove(g.path));
+  EXPECT_EQ(k.FieldExists(QStringLiteral("B"), QStringLiteral("T"), g.conn(), 0), 1);
+  EXPECT_EQ(k.FieldExists(QStringLiteral("d"), QStringLiteral("T"), g.conn(), 0), 0);
 }
 
 TEST(DbHelper, ReferencesTablesAndLookupsOnPostgres) {

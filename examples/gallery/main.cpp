@@ -1,5 +1,95 @@
+// tq7-gallery: the controls on their pages, over an embedded SQLite sample database.
+//   tq7-gallery                    the window
+//   tq7-gallery --screenshot DIR   renders each page into DIR as PNG and exits
+#include "Pages.h"
+#include "SampleDatabase.h"
+
+#include "host/HostFonts.h"
+#include "host/QtPlatform.h"
+
 #include <QApplication>
+#include <QDir>
+#include <QMainWindow>
+#include <QTabWidget>
+#include <QTextStream>
+
+#include <cstdio>
+
+namespace {
+
+struct Page {
+  const char* title;  // shown on the tab
+  const char* file;   // the screenshot's name
+};
+
+const Page kPages[] = {
+    {"ชนิดข้อมูล / Field types", "01-field-types.png"},
+    {"ใบแจ้งหนี้ / Invoice", "02-invoice.png"},
+};
+
+// Lets queued work run: the grids sync their widgets once per turn of the loop, and a shown
+// window lays out over several turns.
+void settle() {
+  for (int i = 0; i < 5; ++i) QApplication::processEvents();
+}
+
+int screenshots(QMainWindow& window, QTabWidget& tabs, const QString& dir) {
+  QTextStream out(stdout);
+  if (!QDir().mkpath(dir)) {
+    QTextStream(stderr) << "tq7-gallery: cannot make the folder " << dir << "\n";
+    return 1;
+  }
+  const QString folder = QDir(dir).absolutePath();
+  out << folder << "\n";
+  window.show();
+  settle();
+  int failed = 0;
+  for (int i = 0; i < tabs.count(); ++i) {
+    tabs.setCurrentIndex(i);
+    settle();
+    const QString path = folder + QLatin1Char('/') + QString::fromLatin1(kPages[i].file);
+    if (window.grab().save(path, "PNG")) {
+      out << "  " << kPages[i].file << "\n";
+    } else {
+      QTextStream(stderr) << "tq7-gallery: cannot write " << path << "\n";
+      ++failed;
+    }
+  }
+  out.flush();
+  return failed ? 1 : 0;
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
-  return 0;
+  QApplication::setApplicationName(QStringLiteral("tq7-gallery"));
+  tq7::installQtPlatform();
+  QApplication::setFont(QFont(tq7::defaultThaiFamily(), 10));
+
+  QString shotDir;
+  const QStringList args = QApplication::arguments();
+  const qsizetype at = args.indexOf(QStringLiteral("--screenshot"));
+  if (at >= 0) {
+    if (at + 1 >= args.size()) {
+      QTextStream(stderr) << "usage: tq7-gallery [--screenshot DIR]\n";
+      return 2;
+    }
+    shotDir = args.at(at + 1);
+  }
+
+  const gallery::SampleDatabase db = gallery::openSampleDatabase();
+  if (!db.error.isEmpty()) QTextStream(stderr) << "tq7-gallery: " << db.error << "\n";
+
+  QMainWindow window;
+  window.setWindowTitle(QStringLiteral("TQ7Designer Gallery"));
+  auto* tabs = new QTabWidget(&window);
+  tabs->addTab(gallery::makeFieldTypesPage(db.folder), QString::fromUtf8(kPages[0].title));
+  tabs->addTab(gallery::makeInvoicePage(db), QString::fromUtf8(kPages[1].title));
+  window.setCentralWidget(tabs);
+  window.resize(1280, 720);
+
+  if (!shotDir.isEmpty()) return screenshots(window, *tabs, shotDir);
+  window.show();
+  return app.exec();
 }

@@ -223,7 +223,7 @@ int main() {
   const bool memOk = memRatio <= kMemoryBudget && heldRatio <= kMemoryBudget;
   std::printf("time: bare sqlite3 fetch %.3f s, record set open %.3f s; page of 100 rows read in %.3f ms\n", bare,
               open, page * 1e3);
-  std::printf("bench_fetch memory peak=%.2fx held=%.2fx budget=%.1f %s\n", memRatio, heldRatio, kMemoryBudget,
+  std::printf("memory budget: peak=%.2fx held=%.2fx budget=%.1f %s\n", memRatio, heldRatio, kMemoryBudget,
               memOk ? "ok" : "FAIL");
   std::printf("bench_fetch ratio=%.2f budget=%.1f %s\n", ratio, kTimeBudget, timeOk && memOk ? "ok" : "FAIL");
   return timeOk && memOk ? 0 : 1;

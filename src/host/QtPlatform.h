@@ -1,0 +1,50 @@
+#pragma once
+// The platform services with Qt widgets: message boxes, questions, input and file dialogs, the
+// colour dialog, modal core forms, clipboard, key sender, text measurement and the hourglass.
+#include "frame/Platform.h"
+
+#include <QString>
+
+namespace tq7 {
+
+class QtPlatform : public Platform {
+ public:
+  QtPlatform() = default;
+  ~QtPlatform() override;
+
+  void messageBox(const QString& text) override;
+  bool question(const QString& text, const QString& title, bool defaultYes) override;
+  QString inputBox(const QString& prompt, const QString& title, const QString& defaultText) override;
+  QString saveFileDialog(const QString& title, const QString& filter, const QString& initialPath) override;
+  QString openFileDialog(const QString& title, const QString& filter, const QString& initialPath) override;
+  QString folderDialog(const QString& title, const QString& initialPath) override;
+  std::optional<Colour> colorDialog(Colour initial) override;
+  QString multiLineInput(const QString& caption, const QString& text, const QString& prompt, int maxLength,
+                         double widthTwips, double heightTwips) override;
+  void showModal(Form& form) override;
+
+  double now() override;
+  QString clipboardText() override;
+  void setClipboardText(const QString& text) override;
+  void processEvents() override;
+  void sendKeys(const QString& keys, bool wait) override;
+  double textWidth(const Font& font, const QString& text) override;
+  double textHeight(const Font& font) override;
+  void setMousePointer(MousePointer pointer) override;
+
+  QString machineName() override;
+  QString applicationFolder() override;
+  QString temporaryFolder() override;
+  bool openInViewer(const QString& path) override;
+
+  // "Text (*.txt)|*.txt|All (*.*)|*.*" as Qt writes it: "Text (*.txt);;All (*.*)".
+  static QString qtFilter(const QString& filter);
+
+ private:
+  bool hourglass_ = false;
+};
+
+// Installs one Qt platform for the whole process and answers it.
+QtPlatform& installQtPlatform();
+
+}  // namespace tq7

@@ -10,27 +10,16 @@ namespace tq7 {
 
 namespace {
 constexpr int32_t OutOfMemory = 7;
-constexpr uint32_t MaxExtent = 0x80000000u;  // rows or columns 0 .. INT32_MAX
 
-// The next extent holding index i: at least half as much again, so that a grid adding records
-// one by one reallocates only a logarithmic number of times.
-uint32_t nextExtent(uint32_t current, uint32_t i) {
-  const uint64_t wanted = std::max<uint64_t>(uint64_t(i) + 1, uint64_t(current) + current / 2 + 8);
-  return static_cast<uint32_t>(std::min<uint64_t>(wanted, MaxExtent));
-}
+[[noreturn]] void outOfMemory() { throw Error{OutOfMemory, QStringLiteral("Out of memory")}; }
 }  // namespace
+
+void Matrix::outOfRange() { throw Error{err::SubscriptOutOfRange, QStringLiteral("Subscript out of range")}; }
 
 int16_t Matrix::Dimension(int32_t Rows, int32_t Columns, int32_t A, int32_t B) {
   if (Rows < 0 || Columns < 0) return 0;
-  std::vector<double> fresh;
-  try {
-    fresh.assign(static_cast<size_t>(Rows) * static_cast<size_t>(Columns), 0.0);
-  } catch (const std::bad_alloc&) {
-    throw Error{OutOfMemory, QStringLiteral("Out of memory")};
-  } catch (const std::length_error&) {
-    throw Error{OutOfMemory, QStringLiteral("Out of memory")};
-  }
-  data_.swap(fresh);
+  columns_.clear();
+  columns_.shrink_to_fit();
   rows_ = static_cast<uint32_t>(Rows);
   cols_ = static_cast<uint32_t>(Columns);
   dimA_ = A;
@@ -39,40 +28,33 @@ int16_t Matrix::Dimension(int32_t Rows, int32_t Columns, int32_t A, int32_t B) {
   return 1;
 }
 
-void Matrix::grow(int32_t Row, int32_t Column) {
-  if (Row < 0 || Column < 0) throw Error{err::SubscriptOutOfRange, QStringLiteral("Subscript out of range")};
-  const auto r = static_cast<uint32_t>(Row);
-  const auto c = static_cast<uint32_t>(Column);
-  const uint32_t newRows = r < rows_ ? rows_ : nextExtent(rows_, r);
-  const uint32_t newCols = c < cols_ ? cols_ : nextExtent(cols_, c);
+// A write beyond a column's storage. A zero needs no storage: the cell reads 0 already.
+void Matrix::store(uint32_t r, uint32_t c, double value) {
+  rows_ = std::max(rows_, r + 1);
+  cols_ = std::max(cols_, c + 1);
+  if (value == 0.0) return;
   try {
-    if (newCols == cols_) {
-      // Rows only: row-major storage just gets longer.
-      data_.resize(static_cast<size_t>(newRows) * newCols, 0.0);
-    } else {
-      std::vector<double> wider(static_cast<size_t>(newRows) * newCols, 0.0);
-      for (size_t row = 0; row < rows_; ++row)
-        std::copy_n(data_.begin() + static_cast<ptrdiff_t>(row * cols_), cols_,
-                    wider.begin() + static_cast<ptrdiff_t>(row * newCols));
-      data_.swap(wider);
-    }
+    if (c >= columns_.size()) columns_.resize(size_t(c) + 1);
+    std::vector<double>& column = columns_[c];
+    // Grow by half again at least, so that a grid adding records one by one stays linear.
+    if (r >= column.capacity()) column.reserve(std::max<size_t>(size_t(r) + 1, column.capacity() * 3 / 2 + 16));
+    column.resize(size_t(r) + 1, 0.0);
+    column[r] = value;
   } catch (const std::bad_alloc&) {
-    throw Error{OutOfMemory, QStringLiteral("Out of memory")};
+    outOfMemory();
   } catch (const std::length_error&) {
-    throw Error{OutOfMemory, QStringLiteral("Out of memory")};
+    outOfMemory();
   }
-  rows_ = newRows;
-  cols_ = newCols;
 }
 
 void Matrix::ResetRow(int32_t& Row) {
   const auto r = static_cast<uint32_t>(Row);
-  if (r >= rows_) return;
-  std::fill_n(data_.begin() + static_cast<ptrdiff_t>(size_t(r) * cols_), cols_, 0.0);
+  for (std::vector<double>& column : columns_)
+    if (r < column.size()) column[r] = 0.0;
 }
 
 void Matrix::Clear() {
-  std::fill(data_.begin(), data_.end(), 0.0);
+  for (std::vector<double>& column : columns_) std::fill(column.begin(), column.end(), 0.0);
   if (listener_) listener_->DataChange();
 }
 

@@ -35,9 +35,11 @@ class Matrix {
 
   // The cell, or 0 for any cell outside the table, negative indices included.
   double GetValue(int32_t Row, int32_t Column) const noexcept {
-    const auto r = static_cast<uint32_t>(Row);
     const auto c = static_cast<uint32_t>(Column);
-    return (r < rows_ && c < cols_) ? data_[static_cast<size_t>(r) * cols_ + c] : 0.0;
+    if (c >= columns_.size()) return 0.0;
+    const std::vector<double>& column = columns_[c];
+    const auto r = static_cast<uint32_t>(Row);
+    return r < column.size() ? column[r] : 0.0;
   }
 
   // Writes the cell, growing the table when it lies beyond it, then raises CellDataChange.
@@ -46,8 +48,12 @@ class Matrix {
   int16_t SetValue(int32_t Row, int32_t Column, double Value) {
     const auto r = static_cast<uint32_t>(Row);
     const auto c = static_cast<uint32_t>(Column);
-    if (r >= rows_ || c >= cols_) grow(Row, Column);
-    data_[static_cast<size_t>(r) * cols_ + c] = Value;
+    if (Row < 0 || Column < 0) outOfRange();
+    if (c < columns_.size() && r < columns_[c].size()) {
+      columns_[c][r] = Value;
+    } else {
+      store(r, c, Value);
+    }
     if (listener_) {
       int32_t row = Row, column = Column;
       listener_->CellDataChange(row, column);
@@ -65,15 +71,18 @@ class Matrix {
   void setListener(MatrixEvents* listener) { listener_ = listener; }
   MatrixEvents* listener() const { return listener_; }
 
-  // The size the table has grown to; every cell inside it is addressable without growth.
+  // The extent the table has been dimensioned or written to.
   int32_t rowCapacity() const { return static_cast<int32_t>(rows_); }
   int32_t columnCapacity() const { return static_cast<int32_t>(cols_); }
 
  private:
-  void grow(int32_t Row, int32_t Column);
+  [[noreturn]] static void outOfRange();
+  void store(uint32_t r, uint32_t c, double value);
 
-  std::vector<double> data_;  // row-major, cols_ to the row
-  uint32_t rows_ = 0;
+  // Columnar and sparse: a column holds storage only from its first non-zero write, and only as
+  // far down as it was written. A grid of 200 columns of which 20 are used costs 20 columns.
+  std::vector<std::vector<double>> columns_;
+  uint32_t rows_ = 0;  // the extent the table has been dimensioned or written to
   uint32_t cols_ = 0;
   int32_t mode_ = 0;
   int32_t dimA_ = 0;

@@ -1,5 +1,7 @@
 #include "companion/StandardHelper.h"
 
+#include <charconv>
+
 #include "companion/VbText.h"
 #include "frame/Platform.h"
 
@@ -87,15 +89,18 @@ QString StandardHelper::NumberText(const QString& Text) const {
 }
 
 int16_t StandardHelper::TextToInteger(const QString& Text, bool) const {
-  return vb::IsNumeric(Text) ? vb::CInt(vb::CDbl(Text)) : int16_t(0);
+  double v = 0;
+  return vb::TryNumeric(Text, v) ? vb::CInt(v) : int16_t(0);
 }
 
 int32_t StandardHelper::TextToLong(const QString& Text, bool) const {
-  return vb::IsNumeric(Text) ? vb::CLng(vb::CDbl(Text)) : 0;
+  double v = 0;
+  return vb::TryNumeric(Text, v) ? vb::CLng(v) : 0;
 }
 
 double StandardHelper::TextToDouble(const QString& Text) const {
-  return vb::IsNumeric(Text) ? vb::CDbl(Text) : 0.0;
+  double v = 0;
+  return vb::TryNumeric(Text, v) ? v : 0.0;
 }
 
 double StandardHelper::TextToRounded(const QString& Text, int16_t Decimals) const {
@@ -172,16 +177,40 @@ double StandardHelper::TextToDate(const QString& Text) const {
   return vb::parseDateText(Text, v) ? v : 0.0;
 }
 
+namespace {
+// Writes n as `width` digits at out (zero-padded); a wider number keeps all its digits.
+qsizetype putNumber(char16_t* out, int n, int width) {
+  char buf[12];
+  const auto r = std::to_chars(buf, buf + sizeof buf, n < 0 ? -n : n);
+  qsizetype len = r.ptr - buf, at = 0;
+  if (n < 0) out[at++] = u'-';
+  for (qsizetype k = len; k < width; ++k) out[at++] = u'0';
+  for (qsizetype k = 0; k < len; ++k) out[at++] = char16_t(buf[k]);
+  return at;
+}
+}  // namespace
+
+// Dates and times are shown on every cell of a load: formatted by hand, without a format parser.
 QString StandardHelper::DateText(double Date, int16_t, bool) const {
   const QDate d = vb::serialToDate(Date);
-  return QStringLiteral("%1/%2/%3")
-      .arg(d.day(), 2, 10, QChar(u'0'))
-      .arg(d.month(), 2, 10, QChar(u'0'))
-      .arg(d.year() + YearOffset(), 4, 10, QChar(u'0'));
+  char16_t out[24];
+  qsizetype n = putNumber(out, d.day(), 2);
+  out[n++] = u'/';
+  n += putNumber(out + n, d.month(), 2);
+  out[n++] = u'/';
+  n += putNumber(out + n, d.year() + YearOffset(), 4);
+  return QString(reinterpret_cast<const QChar*>(out), n);
 }
 
 QString StandardHelper::TimeText(double Date, bool) const {
-  return vb::serialToDateTime(Date).time().toString(QStringLiteral("HH:mm"));
+  QDate day;
+  int seconds = 0;
+  vb::splitSerial(Date, day, seconds);
+  char16_t out[8];
+  qsizetype n = putNumber(out, seconds / 3600, 2);
+  out[n++] = u':';
+  n += putNumber(out + n, seconds / 60 % 60, 2);
+  return QString(reinterpret_cast<const QChar*>(out), n);
 }
 
 double StandardHelper::TextToHour(const QString& Text) const {
@@ -203,7 +232,11 @@ double StandardHelper::TextToPeriod(const QString& Text) const {
 
 QString StandardHelper::PeriodText(double Date, bool) const {
   const QDate d = vb::serialToDate(Date);
-  return QStringLiteral("%1/%2").arg(d.month(), 2, 10, QChar(u'0')).arg(d.year() + YearOffset(), 4, 10, QChar(u'0'));
+  char16_t out[16];
+  qsizetype n = putNumber(out, d.month(), 2);
+  out[n++] = u'/';
+  n += putNumber(out + n, d.year() + YearOffset(), 4);
+  return QString(reinterpret_cast<const QChar*>(out), n);
 }
 
 bool StandardHelper::IsPeriodText(const QString& Text) const {

@@ -7,6 +7,8 @@
 #include <QRegularExpression>
 #include <atomic>
 #include <charconv>
+#include <string_view>
+#include <cstring>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -38,9 +40,33 @@ bool allDigits(const QString& s) {
 
 // ---- decimal digits of a double ----------------------------------------------------------------
 // A double as it reads: the shortest digits that give it back, value = 0.digits x 10^point.
+// Up to 17 significant digits and a carry: kept inline, so that formatting allocates nothing.
+class DigitBuf {
+ public:
+  size_t size() const { return n_; }
+  bool empty() const { return n_ == 0; }
+  char& operator[](size_t i) { return buf_[i]; }
+  char operator[](size_t i) const { return buf_[i]; }
+  char back() const { return buf_[n_ - 1]; }
+  void push_back(char c) { buf_[n_++] = c; }
+  void pop_back() { --n_; }
+  void resize(size_t n) { n_ = n; }
+  void prepend(char c) {
+    std::memmove(buf_ + 1, buf_, n_);
+    buf_[0] = c;
+    ++n_;
+  }
+  const char* data() const { return buf_; }
+  operator std::string_view() const { return {buf_, n_}; }
+
+ private:
+  char buf_[40];
+  size_t n_ = 0;
+};
+
 struct Digits {
   bool negative = false;
-  std::string digits;  // no leading zeros; empty for zero
+  DigitBuf digits;  // no leading zeros; empty for zero
   int point = 0;
 };
 
@@ -48,17 +74,20 @@ Digits digitsOf(double v) {
   Digits d;
   if (v == 0.0 || !std::isfinite(v)) return d;
   char buf[64];
-  auto res = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::scientific);
-  std::string s(buf, res.ptr);
-  size_t i = 0;
-  if (s[i] == '-') {
+  const auto res = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::scientific);
+  const char* p = buf;
+  if (*p == '-') {
     d.negative = true;
-    ++i;
+    ++p;
   }
-  const size_t e = s.find('e');
-  for (size_t k = i; k < e; ++k)
-    if (s[k] != '.') d.digits.push_back(s[k]);
-  const int exp10 = std::stoi(s.substr(e + 1));
+  const char* e = p;
+  while (e < res.ptr && *e != 'e') ++e;
+  for (const char* k = p; k < e; ++k)
+    if (*k != '.') d.digits.push_back(*k);
+  int exp10 = 0;
+  const char* x = e + 1;
+  if (x < res.ptr && *x == '+') ++x;
+  std::from_chars(x, res.ptr, exp10);
   d.point = exp10 + 1;
   while (!d.digits.empty() && d.digits.back() == '0') d.digits.pop_back();
   return d;
@@ -77,7 +106,7 @@ Digits roundDigits(Digits d, int decimals) {
     if (i >= 0) {
       ++d.digits[size_t(i)];
     } else {
-      d.digits.insert(d.digits.begin(), '1');
+      d.digits.prepend('1');
       ++d.point;
     }
   }
@@ -145,6 +174,33 @@ QString trimBlanksTabs(const QString& s) {
 
 // The classic numeric text; false when it is none. Overflow throws.
 bool parseNumeric(const QString& text, double& out) {
+  // The texts the grids keep in their attribute rows ("2", "0", "1234.50", "-3") are read on every
+  // row of a load: take them without building anything.
+  const qsizetype n = text.size();
+  if (n == 0) return false;
+  if (n < 32) {
+    char buf[32];
+    qsizetype i = 0;
+    bool plain = true, point = false;
+    int digits = 0;
+    for (const QChar ch : text) {
+      const char16_t u = ch.unicode();
+      if (u >= u'0' && u <= u'9') {
+        ++digits;
+      } else if (u == u'.' && !point) {
+        point = true;
+      } else if (u == u'-' && i == 0) {
+      } else {
+        plain = false;
+        break;
+      }
+      buf[i++] = char(u);
+    }
+    if (plain && digits > 0) {
+      const auto [end, ec] = std::from_chars(buf, buf + i, out);
+      if (ec == std::errc() && end == buf + i) return true;
+    }
+  }
   QString t = trimBlanksTabs(text);
   if (t.isEmpty()) return false;
   if (t.size() > 2 && t[0] == u'&') {
@@ -494,6 +550,14 @@ bool IsNumeric(const QString& s) {
   }
 }
 
+bool TryNumeric(const QString& s, double& value) {
+  try {
+    return parseNumeric(s, value);
+  } catch (const Error&) {
+    return false;
+  }
+}
+
 double CDbl(const QString& s) {
   double v = 0;
   if (!parseNumeric(s, v)) fail(err::TypeMismatch);
@@ -523,25 +587,34 @@ double roundDecimal(double v, int decimals) {
 QString formatNumber(double v, int decimals, bool groups) {
   if (decimals < 0) decimals = 0;
   const Digits d = roundDigits(digitsOf(v), decimals);
-  QString whole;
+  // Built in place: sign, whole part with its groups, point, decimals.
+  char16_t small[96];
+  std::u16string big;
+  const int wholeDigits = std::max(d.point, 1);
+  const size_t need = size_t(wholeDigits) + size_t(wholeDigits) / 3 + size_t(decimals) + 4;
+  char16_t* out = small;
+  if (need > sizeof small / sizeof small[0]) {
+    big.resize(need);
+    out = big.data();
+  }
+  size_t n = 0;
+  if (d.negative && !d.digits.empty()) out[n++] = u'-';
   if (d.point <= 0) {
-    whole = QStringLiteral("0");
+    out[n++] = u'0';
   } else {
-    for (int i = 0; i < d.point; ++i)
-      whole.append(i < int(d.digits.size()) ? QChar(d.digits[size_t(i)]) : QChar(u'0'));
-  }
-  if (groups) {
-    for (qsizetype at = whole.size() - 3; at > 0; at -= 3) whole.insert(at, u',');
-  }
-  QString out = d.negative && !d.digits.empty() ? QStringLiteral("-") + whole : whole;
-  if (decimals > 0) {
-    out.append(u'.');
-    for (int k = 0; k < decimals; ++k) {
-      const long idx = long(d.point) + k;
-      out.append(idx >= 0 && idx < long(d.digits.size()) ? QChar(d.digits[size_t(idx)]) : QChar(u'0'));
+    for (int i = 0; i < d.point; ++i) {
+      if (groups && i > 0 && (d.point - i) % 3 == 0) out[n++] = u',';
+      out[n++] = i < int(d.digits.size()) ? char16_t(d.digits[size_t(i)]) : u'0';
     }
   }
-  return out;
+  if (decimals > 0) {
+    out[n++] = u'.';
+    for (int k = 0; k < decimals; ++k) {
+      const long idx = long(d.point) + k;
+      out[n++] = idx >= 0 && idx < long(d.digits.size()) ? char16_t(d.digits[size_t(idx)]) : u'0';
+    }
+  }
+  return QString(reinterpret_cast<const QChar*>(out), qsizetype(n));
 }
 
 QString shortestText(double v) {
@@ -571,20 +644,32 @@ QString shortestText(double v) {
 
 // ---- dates -------------------------------------------------------------------------------------
 
-QDateTime serialToDateTime(double serial) {
+void splitSerial(double serial, QDate& day, int& seconds) {
   // Valid while the whole part names a day from 1 January 100 to 31 December 9999.
   if (!(serial > MinDateSerial - 1.0 && serial < MaxDateSerial + 1.0)) fail(err::Overflow);
   const double whole = std::trunc(serial);
-  long long seconds = std::llround(std::fabs(serial - whole) * 86400.0);
-  QDate day = epoch().addDays(qint64(whole));
-  if (seconds >= 86400) {
-    seconds -= 86400;
+  long long secs = std::llround(std::fabs(serial - whole) * 86400.0);
+  day = epoch().addDays(qint64(whole));
+  if (secs >= 86400) {
+    secs -= 86400;
     day = day.addDays(1);
   }
-  return QDateTime(day, QTime(0, 0).addSecs(int(seconds)), Qt::UTC);
+  seconds = int(secs);
 }
 
-QDate serialToDate(double serial) { return serialToDateTime(serial).date(); }
+QDateTime serialToDateTime(double serial) {
+  QDate day;
+  int seconds = 0;
+  splitSerial(serial, day, seconds);
+  return QDateTime(day, QTime(0, 0).addSecs(seconds), Qt::UTC);
+}
+
+QDate serialToDate(double serial) {
+  QDate day;
+  int seconds = 0;
+  splitSerial(serial, day, seconds);
+  return day;
+}
 
 double dateToSerial(const QDate& d) { return double(epoch().daysTo(d)); }
 

@@ -61,6 +61,8 @@ double Val(const QString& s);
 
 // Whether CDbl would succeed.
 bool IsNumeric(const QString& s);
+// IsNumeric and CDbl in one reading: false, value untouched, where IsNumeric says no.
+bool TryNumeric(const QString& s, double& value);
 // A numeric text to double: blanks around, a sign in front or behind ("5-"), a negative in
 // parentheses, "," groups in the whole part, "." decimals, an E or D exponent, &H/&O. Not numeric:
 // error 13. Beyond the double range: error 6.
@@ -95,7 +97,9 @@ constexpr double MinDateSerial = -657434.0;  // 1 January 100
 constexpr double MaxDateSerial = 2958465.0;  // 31 December 9999; its times lie up to one day above
 
 QDate serialToDate(double serial);          // the day; times are rounded to the second first
-QDateTime serialToDateTime(double serial);  // wall-clock, in UTC so that no zone rule shifts it
+QDateTime serialToDateTime(double serial);
+// The day and the seconds into it, after the rounding to the second.
+void splitSerial(double serial, QDate& day, int& seconds);  // wall-clock, in UTC so that no zone rule shifts it
 double dateToSerial(const QDate& d);
 double dateTimeToSerial(const QDateTime& dt);
 double timeSerial(int hour, int minute, int second);  // the fraction only, may exceed a day

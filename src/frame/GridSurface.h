@@ -172,6 +172,8 @@ class GridSurface : public Widget {
 
   // Texts; header rows and columns accept text too.
   virtual QString GetText(int32_t Col, int32_t Row) const = 0;
+  // The same text without a copy, for readers that look at many cells; valid until the next write.
+  virtual const QString& cellText(int32_t Col, int32_t Row) const = 0;
   virtual void SetText(int32_t Col, int32_t Row, const QString& text) = 0;
   // Joins cells; used for captions that repeat.
   virtual void AddCellSpan(int32_t Col, int32_t Row, int32_t NumCols, int32_t NumRows) = 0;

@@ -43,32 +43,6 @@ SpreadSurface::SpreadSurface(QString name) : GridSurface(std::move(name)) {
 
 SpreadSurface::~SpreadSurface() = default;
 
-// ---- Slots of the text store ---------------------------------------------------------------------
-
-int SpreadSurface::rowSlot(int32_t r) {
-  r = normRow(r);
-  if (r >= -999 && r <= LastHeaderRow) return r + 999;  // 0..34
-  if (r >= 0) return kHeaderRows - 1 + r;                // row 0 -> 35
-  return -1;
-}
-
-int SpreadSurface::colSlot(int32_t c) {
-  c = normCol(c);
-  if (c >= -999 && c <= LastHeaderCol) return c + 999;  // 0..14
-  if (c >= 0) return kHeaderCols - 1 + c;               // column 0 -> 15
-  return -1;
-}
-
-bool SpreadSurface::validRow(int32_t r) const {
-  r = normRow(r);
-  return (r >= -999 && r <= LastHeaderRow) || (r >= 0 && r <= maxRows_);
-}
-
-bool SpreadSurface::validCol(int32_t c) const {
-  c = normCol(c);
-  return (c >= -999 && c <= LastHeaderCol) || (c >= 0 && c <= maxCols_);
-}
-
 // ---- Size ------------------------------------------------------------------------------------
 
 void SpreadSurface::setMaxRows(int32_t n) {
@@ -81,8 +55,7 @@ void SpreadSurface::setMaxRows(int32_t n) {
     const size_t keep = size_t(rowSlot(n)) + 1;
     for (auto& c : columns_)
       if (c && c->text.size() > keep) c->text.resize(keep);
-    for (auto it = rowStyles_.begin(); it != rowStyles_.end();)
-      it = it.key() > n ? rowStyles_.erase(it) : std::next(it);
+    if (rowStyles_.size() > keep) rowStyles_.resize(keep);
     auto beyond = [n](quint64 k) { return int32_t(uint32_t(k >> 32)) - 2000 > n; };
     for (auto& holder : cellStyles_) {
       if (!holder) continue;
@@ -110,7 +83,7 @@ void SpreadSurface::setMaxCols(int32_t n) {
   colHidden_.resize(size_t(n) + 1, 0);
   if (n < old) {
     columns_.resize(std::min(columns_.size(), size_t(colSlot(n)) + 1));
-    for (auto it = colStyles_.begin(); it != colStyles_.end();) it = it.key() > n ? colStyles_.erase(it) : std::next(it);
+    colStyles_.resize(std::min(colStyles_.size(), size_t(colSlot(n)) + 1));
     auto beyond = [n](quint64 k) { return int32_t(uint32_t(k & 0xFFFFFFFFu)) - 2000 > n; };
     cellStyles_.resize(std::min(cellStyles_.size(), size_t(colSlot(n)) + 1));
     for (auto it = values_.begin(); it != values_.end();) it = beyond(it.key()) ? values_.erase(it) : std::next(it);
@@ -298,28 +271,33 @@ const SpreadSurface::Run* SpreadSurface::findRun(int32_t col, int32_t row, Prop 
   return row <= it->r2 ? &*it : nullptr;
 }
 
+// A whole column (Row -1) covers the column's data cells and a whole row (Col -1) the row's data
+// cells; the header lines keep what was written to them, as a caption keeps its own alignment.
+uint64_t SpreadSurface::levelValue(int32_t col, int32_t row, Prop p, uint32_t& stamp) const {
+  const uint32_t bit = 1u << p;
+  stamp = sheet_.stamp[p];
+  uint64_t best = sheet_.v[p];
+  // Reading with the pointer on a whole line (-1) reads that line's own setting.
+  const Style* cs = row > 0 || (row == -1 && col != -1) ? lineStyle(colStyles_, colSlot(col)) : nullptr;
+  if (cs && (cs->mask & bit) && cs->stamp[p] > stamp) {
+    stamp = cs->stamp[p];
+    best = cs->v[p];
+  }
+  const Style* rs = col > 0 || (col == -1 && row != -1) ? lineStyle(rowStyles_, rowSlot(row)) : nullptr;
+  if (rs && (rs->mask & bit) && rs->stamp[p] > stamp) {
+    stamp = rs->stamp[p];
+    best = rs->v[p];
+  }
+  return best;
+}
+
 uint64_t SpreadSurface::resolve(int32_t col, int32_t row, Prop p) const {
   col = normCol(col);
   row = normRow(row);
-  const uint32_t bit = 1u << p;
-  uint32_t bestStamp = sheet_.stamp[p];
-  uint64_t best = sheet_.v[p];
-  if (!colStyles_.isEmpty()) {
-    auto it = colStyles_.constFind(col);
-    if (it != colStyles_.constEnd() && (it->mask & bit) && it->stamp[p] > bestStamp) {
-      bestStamp = it->stamp[p];
-      best = it->v[p];
-    }
-  }
-  if (!rowStyles_.isEmpty()) {
-    auto it = rowStyles_.constFind(row);
-    if (it != rowStyles_.constEnd() && (it->mask & bit) && it->stamp[p] > bestStamp) {
-      bestStamp = it->stamp[p];
-      best = it->v[p];
-    }
-  }
-  if (const Run* run = findRun(col, row, p); run && run->stamp > bestStamp) best = run->v;
-  return best;
+  uint32_t stamp = 0;
+  const uint64_t level = levelValue(col, row, p, stamp);
+  if (const Run* run = findRun(col, row, p); run && run->stamp > stamp) return run->v;
+  return level;
 }
 
 void SpreadSurface::writeCellRun(int32_t col, int32_t row, Prop p, uint64_t v) {
@@ -363,13 +341,37 @@ void SpreadSurface::writePropAt(int32_t col, int32_t row, Prop p, uint64_t v) {
   row = normRow(row);
   if (row != -1 && col != -1) {
     if (!validCol(col) || !validRow(row)) return;
-    // A cell that holds nothing of its own and would get the value it already shows needs no
-    // entry: nothing written before this moment can win over it later.
-    if (!findRun(col, row, p) && resolve(col, row, p) == v) return;
+    const size_t cs = size_t(colSlot(col));
+    std::vector<Run>* runs = cs < cellStyles_.size() && cellStyles_[cs] ? &cellStyles_[cs]->runs[p] : nullptr;
+    if (!runs || runs->empty() || row > runs->back().r2) {
+      // A row below every run of the column, as each new row is.
+      // A cell that holds nothing of its own and would get the value it already shows needs no
+      // entry: nothing written before this moment can win over it later.
+      uint32_t stamp = 0;
+      if (levelValue(col, row, p, stamp) == v) return;
+      if (runs && !runs->empty()) {
+        Run& last = runs->back();
+        if (last.r2 == row - 1 && last.v == v && levelStamp_[p] < last.stamp) {
+          last.r2 = row;
+          return;
+        }
+      }
+    } else if (!findRun(col, row, p) && resolve(col, row, p) == v) {
+      return;
+    }
     writeCellRun(col, row, p, v);
     return;
   }
-  Style& s = row == -1 && col == -1 ? sheet_ : row == -1 ? colStyles_[col] : rowStyles_[row];
+  Style* target = &sheet_;
+  if (row != -1 || col != -1) {
+    auto& styles = row == -1 ? colStyles_ : rowStyles_;
+    const int slot = row == -1 ? colSlot(col) : rowSlot(row);
+    if (slot < 0 || (row == -1 ? !validCol(col) : !validRow(row))) return;
+    if (size_t(slot) >= styles.size()) styles.resize(size_t(slot) + 1);
+    if (!styles[size_t(slot)]) styles[size_t(slot)] = std::make_unique<Style>();
+    target = styles[size_t(slot)].get();
+  }
+  Style& s = *target;
   s.v[p] = v;
   s.mask |= 1u << p;
   s.stamp[p] = ++stamp_;
@@ -377,6 +379,36 @@ void SpreadSurface::writePropAt(int32_t col, int32_t row, Prop p, uint64_t v) {
 }
 
 void SpreadSurface::writeProp(Prop p, uint64_t v) {
+  // One data cell in a row below every run of its column: what each new row gets from its
+  // column defaults. Either nothing to keep, or one more row for the run above it.
+  if (!blockMode_ && row_ > 0 && col_ > 0 && row_ <= maxRows_ && col_ <= maxCols_) {
+    const size_t cs = size_t(colSlot(col_));
+    ColumnStyles* holder = cs < cellStyles_.size() ? cellStyles_[cs].get() : nullptr;
+    std::vector<Run>* runs = holder ? &holder->runs[p] : nullptr;
+    if (!runs || runs->empty() || row_ > runs->back().r2) {
+      uint32_t stamp = sheet_.stamp[p];
+      uint64_t level = sheet_.v[p];
+      const uint32_t bit = 1u << p;
+      if (cs < colStyles_.size()) {
+        if (const Style* c = colStyles_[cs].get(); c && (c->mask & bit) && c->stamp[p] > stamp) {
+          stamp = c->stamp[p];
+          level = c->v[p];
+        }
+      }
+      if (const size_t rs = size_t(rowSlot(row_)); rs < rowStyles_.size()) {
+        if (const Style* r = rowStyles_[rs].get(); r && (r->mask & bit) && r->stamp[p] > stamp) level = r->v[p];
+      }
+      if (level == v) return;
+      if (runs && !runs->empty()) {
+        Run& last = runs->back();
+        if (last.r2 == row_ - 1 && last.v == v && levelStamp_[p] < last.stamp) {
+          last.r2 = row_;
+          changed();
+          return;
+        }
+      }
+    }
+  }
   if (!blockMode_) {
     writePropAt(col_, row_, p, v);
   } else {
@@ -503,14 +535,7 @@ void SpreadSurface::setGridShowVert(bool b) {
 
 // ---- Texts and spans ----------------------------------------------------------------------------
 
-QString SpreadSurface::GetText(int32_t Col, int32_t Row) const {
-  if (!validCol(Col) || !validRow(Row)) return {};
-  const int cs = colSlot(Col);
-  if (size_t(cs) >= columns_.size() || !columns_[size_t(cs)]) return {};
-  const auto& t = columns_[size_t(cs)]->text;
-  const int rs = rowSlot(Row);
-  return size_t(rs) < t.size() ? t[size_t(rs)] : QString();
-}
+const QString SpreadSurface::emptyText_;
 
 void SpreadSurface::SetText(int32_t Col, int32_t Row, const QString& text) {
   if (!validCol(Col) || !validRow(Row)) return;

@@ -11,7 +11,7 @@
 
 namespace tq7 {
 
-class SpreadSurface : public GridSurface {
+class SpreadSurface final : public GridSurface {
  public:
   explicit SpreadSurface(QString name = QStringLiteral("mfgData"));
   ~SpreadSurface() override;
@@ -106,7 +106,15 @@ class SpreadSurface : public GridSurface {
   int32_t hWnd() const override { return hwnd_; }
   void setHWnd(int32_t h) { hwnd_ = h; }
 
-  QString GetText(int32_t Col, int32_t Row) const override;
+  QString GetText(int32_t Col, int32_t Row) const override { return cellText(Col, Row); }
+  const QString& cellText(int32_t Col, int32_t Row) const override {
+    if (!validCol(Col) || !validRow(Row)) return emptyText_;
+    const size_t cs = size_t(colSlot(Col));
+    if (cs >= columns_.size() || !columns_[cs]) return emptyText_;
+    const auto& t = columns_[cs]->text;
+    const size_t rs = size_t(rowSlot(Row));
+    return rs < t.size() ? t[rs] : emptyText_;
+  }
   void SetText(int32_t Col, int32_t Row, const QString& text) override;
   void AddCellSpan(int32_t Col, int32_t Row, int32_t NumCols, int32_t NumRows) override;
   bool GetCellPos(int32_t Col, int32_t Row, double& x, double& y, double& w, double& h) const override;
@@ -222,13 +230,30 @@ class SpreadSurface : public GridSurface {
   static quint64 cellKey(int32_t col, int32_t row) {
     return (quint64(uint32_t(row + 2000)) << 32) | quint64(uint32_t(col + 2000));
   }
-  static int rowSlot(int32_t r);  // -1: not a line that holds text
-  static int colSlot(int32_t c);
-  bool validRow(int32_t r) const;
-  bool validCol(int32_t c) const;
+  // Slots of the stores: the header lines first, then line 0, then the data lines; -1 for a
+  // number that is no line.
+  static int rowSlot(int32_t r) {
+    if (r >= 0) return 35 + r;
+    if (r == SpreadHeader) return 35;
+    if (r >= -999 && r <= LastHeaderRow) return r + 999;
+    return -1;
+  }
+  static int colSlot(int32_t c) {
+    if (c >= 0) return 15 + c;
+    if (c == SpreadHeader) return 15;
+    if (c >= -999 && c <= LastHeaderCol) return c + 999;
+    return -1;
+  }
+  bool validRow(int32_t r) const { return r <= maxRows_ && rowSlot(r) >= 0; }
+  bool validCol(int32_t c) const { return c <= maxCols_ && colSlot(c) >= 0; }
+  const Style* lineStyle(const std::vector<std::unique_ptr<Style>>& styles, int slot) const {
+    return slot >= 0 && size_t(slot) < styles.size() ? styles[size_t(slot)].get() : nullptr;
+  }
 
   // The effective style property at a cell: the latest write among cell, row, column, sheet.
   uint64_t resolve(int32_t col, int32_t row, Prop p) const;
+  // The value of the sheet, column and row levels alone, with the stamp it was written at.
+  uint64_t levelValue(int32_t col, int32_t row, Prop p, uint32_t& stamp) const;
   void writeProp(Prop p, uint64_t v);
   void writePropAt(int32_t col, int32_t row, Prop p, uint64_t v);
   void writeCellRun(int32_t col, int32_t row, Prop p, uint64_t v);
@@ -247,6 +272,7 @@ class SpreadSurface : public GridSurface {
   int32_t stepCol(int32_t from, int32_t delta) const;
   void raiseSelChange();
 
+  static const QString emptyText_;
   GridSurfaceEvents* listener_ = nullptr;
   int32_t maxRows_ = 0, maxCols_ = 0;
   int32_t row_ = 0, col_ = 0, row2_ = 0, col2_ = 0;
@@ -273,8 +299,8 @@ class SpreadSurface : public GridSurface {
   double defaultColWidth_ = 960;
 
   Style sheet_;
-  QHash<int32_t, Style> colStyles_;
-  QHash<int32_t, Style> rowStyles_;
+  std::vector<std::unique_ptr<Style>> colStyles_;  // by column slot
+  std::vector<std::unique_ptr<Style>> rowStyles_;  // by row slot
   std::vector<std::unique_ptr<ColumnStyles>> cellStyles_;  // by column slot; null until written
   std::array<uint32_t, PCount> levelStamp_{};  // latest write of each property to a row, column or sheet
   QStringList strings_;

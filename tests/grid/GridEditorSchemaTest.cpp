@@ -181,6 +181,18 @@ TEST(GridEditorSchema, OddDeclarationsAreTakenAsTheyCome) {
   // An empty list writes no labels; DisplayField is kept nowhere.
   g.addField3(4, "D", "LABELLIST", 0, "D", 0, {}, 0, {}, 0, 0, 0, 1, 1, 0, 500, 0, 0, {}, 0, {}, {}, "X");
   EXPECT_EQ(g.TextMatrix(-978, 4), "");
+  // The caption takes the title's alignment, the column's cells the row alignment.
+  g.addField3(6, "E", "TEXT", 0, "E", 0, {}, 0, {}, 0, 0, 0, 1, 1, 0, 900, g.flexAlignCenterCenter(),
+              g.flexAlignRightBottom());
+  g.mfgData.setCol(6);
+  g.mfgData.setRow(-997);
+  EXPECT_EQ(g.mfgData.TypeHAlign(), 2);
+  EXPECT_EQ(g.mfgData.TypeVAlign(), 2);
+  g.mfgData.setRow(1);
+  EXPECT_EQ(g.mfgData.TypeHAlign(), 1);
+  EXPECT_EQ(g.mfgData.TypeVAlign(), 1);
+  EXPECT_EQ(g.TextMatrix(-968, 6), "1");
+  EXPECT_EQ(g.TextMatrix(-967, 6), "1");
   // The width list keeps the asked width of a running number.
   g.addField3(5, "N", "AUTONUMBER", 0, "N", 0, {}, 0, {}, 0, 0, 0, 1, 0, 0, 1500);
   EXPECT_TRUE(g.DeclaredWidths().endsWith("5,1500"));

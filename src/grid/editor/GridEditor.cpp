@@ -36,6 +36,7 @@ GridEditor::GridEditor(QString name) : Control(std::move(name)) {
   Text.setVisible(false);
   List1.setVisible(false);
   cmdSelect.setVisible(false);
+  cmdLegend.setVisible(false);  // until a legend is set
   Text1.setMultiLine(true);
   Text1.setLocked(true);
   Text1.setAlignment(2);

@@ -296,13 +296,22 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   void onToolBarClick(const QString& key);
   void resize();
   void setFlag(bool& flag, bool v, bool relayout);
-  QString attribute(int32_t attrRow, int32_t col) const { return mfgData.GetText(col, attrRow); }
+  const QString& attribute(int32_t attrRow, int32_t col) const { return mfgData.cellText(col, attrRow); }
   void setAttribute(int32_t attrRow, int32_t col, const QString& text) { mfgData.SetText(col, attrRow, text); }
   // Sets TypeHAlign and TypeVAlign of the pointed cells from a flexAlign value; General changes nothing.
   void applyAlignment(int16_t flexAlign, bool titleRow);
   void emptyDateTest(int32_t row, int32_t col);
   void showCheckCell(int32_t row, int32_t col, double value);
   QString labelAt(int32_t col, double position) const;
+  // What a column's attribute texts say, parsed once and kept while the texts stay the same.
+  struct ColumnCache {
+    bool labelsKnown = false, alignKnown = false;
+    QString labelsText, hText, vText;
+    QStringList labels;
+    int16_t h = 0, v = 0;
+  };
+  ColumnCache* cacheOf(int32_t col) const;
+  const QStringList& labelsOf(int32_t col, QStringList& scratch) const;
   QString numberText(double v, int decimals) const;
   Matrix& locks();
   StandardHelper& helper();
@@ -351,6 +360,7 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
     Colour back, fore;
   };
   ColourPair colours_[3]{};
+  mutable std::vector<ColumnCache> columnCache_;
 };
 
 }  // namespace tq7

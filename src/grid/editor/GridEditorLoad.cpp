@@ -11,6 +11,7 @@
 #include "companion/db/Recordset.h"
 #include "frame/Error.h"
 #include "frame/Platform.h"
+#include "grid/FieldKind.h"
 
 #include <QDateTime>
 #include <cmath>
@@ -18,21 +19,6 @@
 namespace tq7 {
 
 namespace {
-
-// The field types the load tells apart, looked up once per column rather than per cell.
-enum class Kind { None, Number, AbsNumber, Hour, DayTime, Year, Text, YesNo, Period, Date, DateTime, Time, Check, LabelList };
-
-Kind kindOf(const QString& t) {
-  static const QHash<QString, Kind> kinds{
-      {QStringLiteral("NUMBER"), Kind::Number},     {QStringLiteral("ABSNUMBER"), Kind::AbsNumber},
-      {QStringLiteral("HOUR"), Kind::Hour},         {QStringLiteral("DAYTIME"), Kind::DayTime},
-      {QStringLiteral("YEAR"), Kind::Year},         {QStringLiteral("TEXT"), Kind::Text},
-      {QStringLiteral("YESNO"), Kind::YesNo},       {QStringLiteral("PERIOD"), Kind::Period},
-      {QStringLiteral("DATE"), Kind::Date},         {QStringLiteral("DATETIME"), Kind::DateTime},
-      {QStringLiteral("TIME"), Kind::Time},         {QStringLiteral("CHECK"), Kind::Check},
-      {QStringLiteral("LABELLIST"), Kind::LabelList}};
-  return kinds.value(t, Kind::None);
-}
 
 // A field's value as a number, as the classic conversion takes it: dates as their serial, texts
 // that hold no number fail with a type mismatch.
@@ -267,7 +253,7 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
       bool named = false, typed = false;
       QString name, type;
       int32_t field = -1;
-      Kind kind = Kind::None;
+      FieldKind kind = FieldKind::None;
     };
     std::vector<ColumnPlan> plan(size_t(s.MaxCols()) + 1);
     auto planOf = [&](int32_t col) -> ColumnPlan& {
@@ -296,7 +282,7 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
       if (!p.typed || p.type != type) {
         p.typed = true;
         p.type = type;
-        p.kind = kindOf(type);
+        p.kind = fieldKind(type);
       }
       return p.kind;
     };
@@ -333,64 +319,64 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
         if (attribute(attr::PrimaryKey, col) == QLatin1String("1"))
           s.SetText(attr::StoredKey, row, value.isNull() ? QString() : textOf(value));
         if (value.isNull()) continue;
-        const Kind kind = kindFor(col);
+        const FieldKind kind = kindFor(col);
         auto text = [&](const QString& t) { s.SetText(col, row, t); };
         switch (kind) {
-          case Kind::Number:
-          case Kind::AbsNumber: {
+          case FieldKind::Number:
+          case FieldKind::AbsNumber: {
             double v = numberOf(value);
-            if (kind == Kind::AbsNumber) v = std::abs(v);
+            if (kind == FieldKind::AbsNumber) v = std::abs(v);
             Matrix1.SetValue(row, col, v);
             const bool zero = v == 0 && !showZeroValueText_;
             text(zero ? QString() : h.NumberFormat(v, h.TextToInteger(attribute(attr::DisplayDecimal, col))));
             break;
           }
-          case Kind::Hour: {
+          case FieldKind::Hour: {
             const double v = numberOf(value);
             Matrix1.SetValue(row, col, v);
             text(v == 0 && !showZeroValueText_ ? QString() : h.HourText(v));
             break;
           }
-          case Kind::DayTime: {
+          case FieldKind::DayTime: {
             const double v = numberOf(value);
             Matrix1.SetValue(row, col, v);
             text(h.DayTimeText(v));
             break;
           }
-          case Kind::Year: {
+          case FieldKind::Year: {
             const double v = numberOf(value);
             Matrix1.SetValue(row, col, v);
             text(vb::formatNumber(v + StandardHelper::YearOffset(), 0, false));
             break;
           }
-          case Kind::Text: text(textOf(value)); break;
-          case Kind::YesNo: {
+          case FieldKind::Text: text(textOf(value)); break;
+          case FieldKind::YesNo: {
             const double v = numberOf(value);
             Matrix1.SetValue(row, col, v);
             text(v == 1 ? QStringLiteral("Y") : QStringLiteral("N"));
             break;
           }
-          case Kind::Period:
-          case Kind::Date: {
+          case FieldKind::Period:
+          case FieldKind::Date: {
             const double v = numberOf(value);
             Matrix1.SetValue(row, col, v);
-            text(v == 0 ? QString() : kind == Kind::Period ? h.PeriodText(v) : h.DateText(v, 0, true));
+            text(v == 0 ? QString() : kind == FieldKind::Period ? h.PeriodText(v) : h.DateText(v, 0, true));
             emptyDateTest(row, col);
             break;
           }
-          case Kind::DateTime: {
+          case FieldKind::DateTime: {
             const double v = numberOf(value);
             Matrix1.SetValue(row, col, v);
             text(v == 0 ? QString() : h.DateText(v, 0, true) + QLatin1Char(' ') + h.TimeText(v));
             break;
           }
-          case Kind::Time: {
+          case FieldKind::Time: {
             const double v = numberOf(value);
             Matrix1.SetValue(row, col, v);
             text(v == 0 && !showZeroValueText_ ? QString() : h.TimeText(v));
             break;
           }
-          case Kind::Check: {
+          case FieldKind::Check: {
             const double v = numberOf(value);
             Matrix1.SetValue(row, col, v);
             const int32_t keepCol = s.Col();
@@ -398,14 +384,14 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
             s.setCol(keepCol);
             break;
           }
-          case Kind::LabelList: {
+          case FieldKind::LabelList: {
             int32_t position = std::abs(int32_t(h.TextToInteger(textOf(value))));
             if (position > 30000) position = 1;
             Matrix1.SetValue(row, col, position);
             if (!attribute(attr::Labels, col).isEmpty()) text(labelAt(col, position));
             break;
           }
-          case Kind::None: break;
+          default: break;
         }
       }
       // 7.5

@@ -7,14 +7,29 @@
 #include "companion/VbText.h"
 #include "frame/Error.h"
 #include "frame/Platform.h"
+#include "grid/FieldKind.h"
 
 #include <cmath>
 
 namespace tq7 {
 
-namespace {
-bool isType(const QString& t, const char* word) { return t == QLatin1String(word); }
-}  // namespace
+GridEditor::ColumnCache* GridEditor::cacheOf(int32_t col) const {
+  if (col < 0 || col > mfgData.MaxCols()) return nullptr;
+  if (size_t(col) >= columnCache_.size()) columnCache_.resize(size_t(col) + 1);
+  return &columnCache_[size_t(col)];
+}
+
+const QStringList& GridEditor::labelsOf(int32_t col, QStringList& scratch) const {
+  const QString& text = attribute(attr::Labels, col);
+  ColumnCache* c = cacheOf(col);
+  if (!c) return scratch = vb::Split(text, QStringLiteral(","));
+  if (!c->labelsKnown || c->labelsText != text) {
+    c->labelsKnown = true;
+    c->labelsText = text;
+    c->labels = vb::Split(text, QStringLiteral(","));
+  }
+  return c->labels;
+}
 
 // ---- Mapping ------------------------------------------------------------------------------------
 
@@ -70,10 +85,11 @@ int16_t GridEditor::SetValue(int32_t iRecord, int32_t iColumn, double Value) {
   if (iRecord > mfgData.MaxRows() || iColumn > mfgData.MaxCols()) return 0;
   int16_t status = 0;
   step([&] {
-    const QString type = attribute(attr::FieldType, iColumn);
+    const FieldKind kind = fieldKind(attribute(attr::FieldType, iColumn));
     double v = Value;
-    const bool keep = type.isEmpty() || isType(type, "TIME") || isType(type, "PERIOD") || isType(type, "DATE") ||
-                      isType(type, "DATETIME") || isType(type, "HOUR") || isType(type, "DAYTIME");
+    const bool keep = kind == FieldKind::None || kind == FieldKind::Time || kind == FieldKind::Period ||
+                      kind == FieldKind::Date || kind == FieldKind::DateTime || kind == FieldKind::Hour ||
+                      kind == FieldKind::DayTime;
     if (!keep) v = helper().RoundTo(Value, helper().TextToInteger(attribute(attr::DisplayDecimal, iColumn)));
     status = Matrix1.SetValue(iRecord, iColumn, v);
   });
@@ -83,7 +99,8 @@ int16_t GridEditor::SetValue(int32_t iRecord, int32_t iColumn, double Value) {
 // ---- Rendering ---------------------------------------------------------------------------------------
 
 QString GridEditor::labelAt(int32_t col, double position) const {
-  const QStringList labels = vb::Split(attribute(attr::Labels, col), QStringLiteral(","));
+  QStringList scratch;
+  const QStringList& labels = labelsOf(col, scratch);
   if (labels.isEmpty()) return {};
   const double p = std::abs(position);
   const qsizetype i = p >= double(labels.size()) ? labels.size() - 1 : qsizetype(vb::CLng(p));
@@ -104,9 +121,17 @@ void GridEditor::showCheckCell(int32_t row, int32_t col, double value) {
 
 // A date whose text holds one of three fixed years stands for "no date" and shows empty.
 void GridEditor::emptyDateTest(int32_t row, int32_t col) {
+  static int32_t offset = -1;
+  static QString years[3];
   const int32_t y = StandardHelper::YearOffset();
-  for (int32_t year : {y + 8888, y + 3333, y + 1899}) {
-    if (vb::InStr(mfgData.GetText(col, row), QString::number(year)) > 0) mfgData.SetText(col, row, QString());
+  if (y != offset) {
+    offset = y;
+    years[0] = QString::number(y + 8888);
+    years[1] = QString::number(y + 3333);
+    years[2] = QString::number(y + 1899);
+  }
+  for (const QString& year : years) {
+    if (vb::InStr(mfgData.cellText(col, row), year) > 0) mfgData.SetText(col, row, QString());
   }
 }
 
@@ -115,37 +140,37 @@ void GridEditor::CellDataChange(int32_t& Row, int32_t& Column) {
   const int32_t row = Row, col = Column;
   const int32_t keepRow = mfgData.Row(), keepCol = mfgData.Col();
   step([&] {
-    const QString type = attribute(attr::FieldType, col);
+    const FieldKind kind = fieldKind(attribute(attr::FieldType, col));
     const double v = Matrix1.GetValue(row, col);
     const bool zero = v == 0 && !showZeroValueText_;
     StandardHelper& h = helper();
     auto text = [&](const QString& t) { mfgData.SetText(col, row, t); };
-    if (isType(type, "CHECK")) {
-      showCheckCell(row, col, v);
-    } else if (isType(type, "YESNO")) {
-      text(v == 1 ? QStringLiteral("Y") : QStringLiteral("N"));
-    } else if (isType(type, "PERIOD")) {
-      text(v == 0 ? QString() : h.PeriodText(v));
-      emptyDateTest(row, col);
-    } else if (isType(type, "DATE")) {
-      text(v == 0 ? QString() : h.DateText(v, 0, true));
-      emptyDateTest(row, col);
-    } else if (isType(type, "DATETIME")) {
-      text(v == 0 ? QString() : h.DateText(v, 0, false) + QLatin1Char(' ') + h.TimeText(v));
-    } else if (isType(type, "TIME")) {
-      text(zero ? QString() : h.TimeText(v));
-    } else if (isType(type, "LABELLIST")) {
-      if (!attribute(attr::Labels, col).isEmpty()) text(labelAt(col, v));
-    } else if (isType(type, "HOUR")) {
-      text(v == 0 ? QString() : h.HourText(v));
-    } else if (isType(type, "DAYTIME")) {
-      text(v == 0 ? QString() : h.DayTimeText(v));
-    } else if (isType(type, "YEAR")) {
-      text(v == 0 ? QString() : vb::formatNumber(v + StandardHelper::YearOffset(), 0, false));
-    } else {
-      // Any other type shows the number, TEXT included: a value written to a TEXT column
-      // replaces its text.
-      text(zero ? QString() : h.NumberFormat(v, h.TextToInteger(attribute(attr::DisplayDecimal, col))));
+    switch (kind) {
+      case FieldKind::Check: showCheckCell(row, col, v); break;
+      case FieldKind::YesNo: text(v == 1 ? QStringLiteral("Y") : QStringLiteral("N")); break;
+      case FieldKind::Period:
+        text(v == 0 ? QString() : h.PeriodText(v));
+        emptyDateTest(row, col);
+        break;
+      case FieldKind::Date:
+        text(v == 0 ? QString() : h.DateText(v, 0, true));
+        emptyDateTest(row, col);
+        break;
+      case FieldKind::DateTime:
+        text(v == 0 ? QString() : h.DateText(v, 0, false) + QLatin1Char(' ') + h.TimeText(v));
+        break;
+      case FieldKind::Time: text(zero ? QString() : h.TimeText(v)); break;
+      case FieldKind::LabelList:
+        if (!attribute(attr::Labels, col).isEmpty()) text(labelAt(col, v));
+        break;
+      case FieldKind::Hour: text(v == 0 ? QString() : h.HourText(v)); break;
+      case FieldKind::DayTime: text(v == 0 ? QString() : h.DayTimeText(v)); break;
+      case FieldKind::Year: text(v == 0 ? QString() : vb::formatNumber(v + StandardHelper::YearOffset(), 0, false)); break;
+      default:
+        // Any other type shows the number, TEXT included: a value written to a TEXT column
+        // replaces its text.
+        text(zero ? QString() : h.NumberFormat(v, h.TextToInteger(attribute(attr::DisplayDecimal, col))));
+        break;
     }
   });
   mfgData.setRow(keepRow);
@@ -168,58 +193,86 @@ void GridEditor::FillINI2(std::optional<int32_t> iRow) {
   for (int32_t col = 1; col <= s.MaxCols(); ++col) {
     step([&] {
       s.setCol(col);
-      s.setTypeHAlign(h.TextToInteger(attribute(attr::HAlign, col)));
-      s.setTypeVAlign(h.TextToInteger(attribute(attr::VAlign, col)));
+      // The alignment rows are read for every new row; their numbers are parsed once per text.
+      const QString& hText = attribute(attr::HAlign, col);
+      const QString& vText = attribute(attr::VAlign, col);
+      ColumnCache* c = cacheOf(col);
+      if (!c->alignKnown || c->hText != hText || c->vText != vText) {
+        c->alignKnown = true;
+        c->hText = hText;
+        c->vText = vText;
+        c->h = h.TextToInteger(hText);
+        c->v = h.TextToInteger(vText);
+      }
+      s.setTypeHAlign(c->h);
+      s.setTypeVAlign(c->v);
       s.setCellNote(QString());
       s.setBackColor(syscolor::Window);
       s.setForeColor(syscolor::WindowText);
     });
-    const QString type = attribute(attr::FieldType, col);
-    if (type.isEmpty()) continue;
+    const FieldKind kind = fieldKind(attribute(attr::FieldType, col));
+    if (kind == FieldKind::None) continue;
     step([&] {
       auto defaultValue = [&] { return h.TextToDouble(attribute(attr::DefaultValue, col)); };
       auto text = [&](const QString& t) { s.SetText(col, row, t); };
-      if (isType(type, "AUTONUMBER")) {
-        SetValue(row, col, row);
-        locks().SetValue(row, col, 0);
-      } else if (isType(type, "ABSNUMBER")) {
-        Matrix1.SetValue(row, col, std::abs(defaultValue()));
-        locks().SetValue(row, col, 0);
-      } else if (isType(type, "NUMBER") || isType(type, "YEAR")) {
-        Matrix1.SetValue(row, col, defaultValue());
-        locks().SetValue(row, col, 0);
-      } else if (isType(type, "TEXT")) {
-        text(attribute(attr::DefaultText, col));
-      } else if (isType(type, "CHECK")) {
-        showCheckCell(row, col, 0);
-        Matrix1.SetValue(row, col, defaultValue());
-      } else if (isType(type, "YESNO")) {
-        Matrix1.SetValue(row, col, defaultValue());
-      } else if (isType(type, "PERIOD") || isType(type, "DATE")) {
-        const double v = defaultValue();
-        Matrix1.SetValue(row, col, v);
-        if (v == 0)
-          text(QString());
-        else
-          text(isType(type, "PERIOD") ? h.PeriodText(v) : h.DateText(v, 0, false));
-        emptyDateTest(row, col);
-      } else if (isType(type, "DATETIME")) {
-        double v = defaultValue();
-        if (v == 0) v = platform().now();
-        Matrix1.SetValue(row, col, v);
-        text(h.DateText(v, 0, false) + QLatin1Char(' ') + h.TimeText(v));
-      } else if (isType(type, "TIME") || isType(type, "HOUR")) {
-        const double v = defaultValue();
-        Matrix1.SetValue(row, col, v);
-        text(h.TimeText(v));
-      } else if (isType(type, "DAYTIME")) {
-        const double v = defaultValue();
-        Matrix1.SetValue(row, col, v);
-        text(h.DayTimeText(v));
-      } else if (isType(type, "LABELLIST")) {
-        const int16_t position = h.TextToInteger(attribute(attr::DefaultValue, col));
-        Matrix1.SetValue(row, col, std::abs(double(position)));
-        if (!attribute(attr::Labels, col).isEmpty()) text(labelAt(col, position));
+      switch (kind) {
+        case FieldKind::AutoNumber:
+          SetValue(row, col, row);
+          locks().SetValue(row, col, 0);
+          break;
+        case FieldKind::AbsNumber:
+          Matrix1.SetValue(row, col, std::abs(defaultValue()));
+          locks().SetValue(row, col, 0);
+          break;
+        case FieldKind::Number:
+        case FieldKind::Year:
+          Matrix1.SetValue(row, col, defaultValue());
+          locks().SetValue(row, col, 0);
+          break;
+        case FieldKind::Text: text(attribute(attr::DefaultText, col)); break;
+        case FieldKind::Check:
+          showCheckCell(row, col, 0);
+          Matrix1.SetValue(row, col, defaultValue());
+          break;
+        case FieldKind::YesNo: Matrix1.SetValue(row, col, defaultValue()); break;
+        case FieldKind::Period:
+        case FieldKind::Date: {
+          const double v = defaultValue();
+          Matrix1.SetValue(row, col, v);
+          if (v == 0)
+            text(QString());
+          else
+            text(kind == FieldKind::Period ? h.PeriodText(v) : h.DateText(v, 0, false));
+          emptyDateTest(row, col);
+          break;
+        }
+        case FieldKind::DateTime: {
+          double v = defaultValue();
+          if (v == 0) v = platform().now();
+          Matrix1.SetValue(row, col, v);
+          text(h.DateText(v, 0, false) + QLatin1Char(' ') + h.TimeText(v));
+          break;
+        }
+        case FieldKind::Time:
+        case FieldKind::Hour: {
+          const double v = defaultValue();
+          Matrix1.SetValue(row, col, v);
+          text(h.TimeText(v));
+          break;
+        }
+        case FieldKind::DayTime: {
+          const double v = defaultValue();
+          Matrix1.SetValue(row, col, v);
+          text(h.DayTimeText(v));
+          break;
+        }
+        case FieldKind::LabelList: {
+          const int16_t position = h.TextToInteger(attribute(attr::DefaultValue, col));
+          Matrix1.SetValue(row, col, std::abs(double(position)));
+          if (!attribute(attr::Labels, col).isEmpty()) text(labelAt(col, position));
+          break;
+        }
+        default: break;
       }
     });
   }

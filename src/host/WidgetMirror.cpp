@@ -1,0 +1,129 @@
+#include "host/WidgetMirror.h"
+
+#include "host/HostColours.h"
+#include "host/HostFonts.h"
+#include "host/ToolBarIcons.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QToolBar>
+#include <QToolButton>
+#include <cmath>
+
+namespace tq7 {
+
+int twipsToPixels(double twips) { return int(std::lround(twips / TwipsPerPixel)); }
+double pixelsToTwips(int pixels) { return pixels * TwipsPerPixel; }
+
+void WidgetMirror::add(Widget& state, QWidget* widget, std::function<void()> specific) {
+  entries_.push_back(Entry{&state, widget, std::move(specific)});
+}
+
+void WidgetMirror::plain(Widget& state, QWidget* widget) { add(state, widget, nullptr); }
+
+QLabel* WidgetMirror::messageBox(TextBox& state) {
+  auto* label = new QLabel(parent_);
+  label->setAlignment(Qt::AlignCenter);
+  label->setWordWrap(true);
+  label->setAutoFillBackground(true);
+  add(state, label, [label, &state] {
+    if (label->text() != state.Text()) label->setText(state.Text());
+    QPalette pal = label->palette();
+    pal.setColor(QPalette::Window, toQColor(state.BackColor()));
+    pal.setColor(QPalette::WindowText, toQColor(state.ForeColor()));
+    label->setPalette(pal);
+  });
+  return label;
+}
+
+QLineEdit* WidgetMirror::lineEdit(TextBox& state) {
+  auto* edit = new QLineEdit(parent_);
+  edit->setFrame(false);
+  QObject::connect(edit, &QLineEdit::textEdited, edit, [&state](const QString& t) { state.setText(t); });
+  add(state, edit, [edit, &state] {
+    edit->setMaxLength(state.MaxLength() > 0 ? state.MaxLength() : 32767);
+    if (edit->text() != state.Text()) edit->setText(state.Text());
+    edit->setReadOnly(state.Locked());
+    edit->setFont(toQFont(state.Font()));
+  });
+  return edit;
+}
+
+QListWidget* WidgetMirror::list(ListBox& state) {
+  auto* lw = new QListWidget(parent_);
+  QObject::connect(lw, &QListWidget::currentRowChanged, lw, [&state](int row) {
+    if (row != state.ListIndex() && row < state.ListCount()) state.setListIndex(row);
+  });
+  add(state, lw, [lw, &state] {
+    QStringList shown;
+    shown.reserve(lw->count());
+    for (int i = 0; i < lw->count(); ++i) shown.append(lw->item(i)->text());
+    if (shown != state.Items()) {
+      lw->clear();
+      lw->addItems(state.Items());
+    }
+    if (lw->currentRow() != state.ListIndex()) lw->setCurrentRow(state.ListIndex());
+    lw->setFont(toQFont(state.Font()));
+  });
+  return lw;
+}
+
+QPushButton* WidgetMirror::button(Button& state) {
+  auto* b = new QPushButton(parent_);
+  b->setFocusPolicy(Qt::NoFocus);
+  QObject::connect(b, &QPushButton::clicked, b, [&state] { state.Click(); });
+  add(state, b, [b, &state] {
+    if (b->text() != state.Caption()) b->setText(state.Caption());
+    if (!state.Picture().isEmpty()) b->setIcon(toolBarIcon(state.Picture()));
+  });
+  return b;
+}
+
+QToolBar* WidgetMirror::toolBar(ToolBar& state) {
+  auto* bar = new QToolBar(parent_);
+  bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  bar->setIconSize(QSize(16, 16));
+  bar->setFocusPolicy(Qt::NoFocus);
+  add(state, bar, [bar, &state] {
+    const auto& buttons = state.ButtonList();
+    QList<QAction*> actions = bar->actions();
+    if (actions.size() != qsizetype(buttons.size())) {
+      bar->clear();
+      for (const ToolButton& b : buttons) {
+        QAction* a = bar->addAction(toolBarIcon(b.Image), b.Caption);
+        a->setData(b.Key);
+        QObject::connect(a, &QAction::triggered, bar, [&state, key = b.Key] { state.ButtonClick(key); });
+      }
+      actions = bar->actions();
+    }
+    for (size_t i = 0; i < buttons.size(); ++i) {
+      QAction* a = actions[qsizetype(i)];
+      const ToolButton& b = buttons[i];
+      if (a->text() != b.Caption) a->setText(b.Caption);
+      a->setVisible(b.Visible);
+      a->setEnabled(b.Enabled);
+      a->setToolTip(b.ToolTipText.isEmpty() ? b.Caption.trimmed() : b.ToolTipText);
+    }
+  });
+  return bar;
+}
+
+void WidgetMirror::sync() {
+  for (Entry& e : entries_) {
+    if (!e.widget) continue;
+    const Widget& s = *e.state;
+    if (e.syncSpecific) e.syncSpecific();
+    const QRect r(twipsToPixels(s.Left()), twipsToPixels(s.Top()), twipsToPixels(s.Width()),
+                  twipsToPixels(s.Height()));
+    if (e.widget->geometry() != r) e.widget->setGeometry(r);
+    if (e.widget->isEnabled() != s.Enabled()) e.widget->setEnabled(s.Enabled());
+    if (e.widget->toolTip() != s.ToolTipText()) e.widget->setToolTip(s.ToolTipText());
+    if (e.widget->isVisibleTo(parent_) != s.Visible()) e.widget->setVisible(s.Visible());
+    if (s.Visible()) e.widget->raise();
+  }
+}
+
+}  // namespace tq7

@@ -93,6 +93,13 @@ void SpreadSurface::setMaxCols(int32_t n) {
   changed();
 }
 
+void SpreadSurface::setScrollBarExtents(double vertical, double horizontal) {
+  if (vbarExtent_ == vertical && hbarExtent_ == horizontal) return;
+  vbarExtent_ = vertical;
+  hbarExtent_ = horizontal;
+  changed();
+}
+
 void SpreadSurface::markRowLayoutDirty(int32_t fromRow) {
   dirtyFrom_ = std::min(dirtyFrom_, std::max(fromRow, 1));
 }
@@ -654,7 +661,7 @@ double SpreadSurface::rowHeaderWidth() const {
 std::vector<int32_t> SpreadSurface::shownDataRows() const {
   std::vector<int32_t> out;
   double y = headerHeight();
-  for (int32_t r = std::max(topRow_, 1); r <= maxRows_ && y < Height(); ++r) {
+  for (int32_t r = std::max(topRow_, 1); r <= maxRows_ && y < viewHeight(); ++r) {
     const double h = shownRowHeight(r);
     if (h <= 0) continue;
     out.push_back(r);
@@ -666,13 +673,13 @@ std::vector<int32_t> SpreadSurface::shownDataRows() const {
 std::vector<int32_t> SpreadSurface::shownDataCols() const {
   std::vector<int32_t> out;
   double x = rowHeaderWidth();
-  for (int32_t c = 1; c <= std::min(colsFrozen_, maxCols_) && x < Width(); ++c) {
+  for (int32_t c = 1; c <= std::min(colsFrozen_, maxCols_) && x < viewWidth(); ++c) {
     const double w = shownColWidth(c);
     if (w <= 0) continue;
     out.push_back(c);
     x += w;
   }
-  for (int32_t c = std::max(leftCol_, colsFrozen_ + 1); c <= maxCols_ && x < Width(); ++c) {
+  for (int32_t c = std::max(leftCol_, colsFrozen_ + 1); c <= maxCols_ && x < viewWidth(); ++c) {
     const double w = shownColWidth(c);
     if (w <= 0) continue;
     out.push_back(c);
@@ -682,7 +689,7 @@ std::vector<int32_t> SpreadSurface::shownDataCols() const {
 }
 
 int32_t SpreadSurface::rowsInView() const {
-  const double avail = Height() - headerHeight();
+  const double avail = viewHeight() - headerHeight();
   double y = 0;
   int32_t n = 0;
   for (int32_t r = std::max(topRow_, 1); r <= maxRows_; ++r) {
@@ -874,7 +881,7 @@ void SpreadSurface::ensureVisible(int32_t col, int32_t row) {
         double x = rowHeaderWidth();
         for (int32_t c = 1; c <= colsFrozen_; ++c) x += shownColWidth(c);
         for (int32_t c = leftCol_; c <= col; ++c) x += shownColWidth(c);
-        if (x <= Width() || Width() <= 0) break;
+        if (x <= viewWidth() || viewWidth() <= 0) break;
         const int32_t next = stepCol(leftCol_, 1);
         if (next == leftCol_) break;
         setLeftCol(next);

@@ -160,6 +160,11 @@ class SpreadSurface final : public GridSurface {
   // Screen size of a line: 0 when hidden.
   double shownColWidth(int32_t col) const;
   double shownRowHeight(int32_t row) const;
+  // Room the host's scroll bars take inside the surface's rectangle, in twips; the lines in view
+  // are those that fit in what is left.
+  void setScrollBarExtents(double vertical, double horizontal);
+  double viewWidth() const { return Width() > vbarExtent_ ? Width() - vbarExtent_ : 0.0; }
+  double viewHeight() const { return Height() > hbarExtent_ ? Height() - hbarExtent_ : 0.0; }
   // Data lines in view for the surface's current size, in screen order.
   std::vector<int32_t> shownDataRows() const;
   std::vector<int32_t> shownDataCols() const;
@@ -295,6 +300,7 @@ class SpreadSurface final : public GridSurface {
   std::vector<uint8_t> rowHidden_;
   std::vector<double> colWidth_;    // data columns, index = col; [0] unused
   std::vector<uint8_t> colHidden_;
+  double vbarExtent_ = 0, hbarExtent_ = 0;
   double defaultRowHeight_ = 300;
   double defaultColWidth_ = 960;
 

@@ -56,11 +56,17 @@ SurfaceView::~SurfaceView() = default;
 
 void SurfaceView::sync() {
   syncing_ = true;
+  // The scroll bars stand inside the surface's rectangle: the sheet learns the room they take, and
+  // since a bar can make the other one needed, the question is asked twice.
+  for (int pass = 0; pass < 2; ++pass) {
+    updateScrollBars();
+    const int vbar = verticalScrollBarPolicy() == Qt::ScrollBarAlwaysOn ? verticalScrollBar()->sizeHint().width() : 0;
+    const int hbar =
+        horizontalScrollBarPolicy() == Qt::ScrollBarAlwaysOn ? horizontalScrollBar()->sizeHint().height() : 0;
+    surface_.setScrollBarExtents(vbar * TwipsPerPixel, hbar * TwipsPerPixel);
+  }
   updateScrollBars();
-  const int vbar = verticalScrollBarPolicy() == Qt::ScrollBarAlwaysOn ? verticalScrollBar()->sizeHint().width() : 0;
-  const int hbar =
-      horizontalScrollBarPolicy() == Qt::ScrollBarAlwaysOn ? horizontalScrollBar()->sizeHint().height() : 0;
-  const QRect g(px(surface_.Left()), px(surface_.Top()), px(surface_.Width()) + vbar, px(surface_.Height()) + hbar);
+  const QRect g(px(surface_.Left()), px(surface_.Top()), px(surface_.Width()), px(surface_.Height()));
   if (geometry() != g) setGeometry(g);
   if (toolTip() != surface_.ToolTipText()) setToolTip(surface_.ToolTipText());
   if (isEnabled() != surface_.Enabled()) setEnabled(surface_.Enabled());
@@ -88,7 +94,7 @@ bool SurfaceView::colsOverflow() const {
   if (cols.empty()) return false;
   double x = surface_.rowHeaderWidth();
   for (int32_t c : cols) x += surface_.shownColWidth(c);
-  if (x > surface_.Width()) return true;
+  if (x > surface_.viewWidth()) return true;
   for (int32_t c = cols.back() + 1; c <= surface_.MaxCols(); ++c)
     if (surface_.shownColWidth(c) > 0) return true;
   return false;
@@ -96,7 +102,7 @@ bool SurfaceView::colsOverflow() const {
 
 // The top row that shows the sheet's last rows at the bottom of the view.
 int32_t SurfaceView::lastTopRow() const {
-  const double avail = surface_.Height() - surface_.headerHeight();
+  const double avail = surface_.viewHeight() - surface_.headerHeight();
   int32_t top = std::max(surface_.MaxRows(), 1);
   double used = 0;
   for (int32_t r = surface_.MaxRows(), steps = 0; r >= 1 && steps < 10000; --r, ++steps) {
@@ -110,7 +116,7 @@ int32_t SurfaceView::lastTopRow() const {
 }
 
 int32_t SurfaceView::lastLeftCol() const {
-  double avail = surface_.Width() - surface_.rowHeaderWidth();
+  double avail = surface_.viewWidth() - surface_.rowHeaderWidth();
   for (int32_t c = 1; c <= std::min(surface_.ColsFrozen(), surface_.MaxCols()); ++c) avail -= surface_.shownColWidth(c);
   const int32_t first = surface_.ColsFrozen() + 1;
   int32_t left = std::max(surface_.MaxCols(), first);

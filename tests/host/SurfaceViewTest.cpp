@@ -337,8 +337,12 @@ TEST_F(SurfaceViewTest, TheWheelScrollsThreeRowsANotchUnlessTaken) {
 }
 
 TEST_F(SurfaceViewTest, SyncMirrorsGeometryScrollingFocusAndTip) {
-  // The sheet is painted into exactly the surface's size; the scroll bar comes on top of it.
-  EXPECT_EQ(vp()->size(), QSize(600, 300));
+  // The view takes exactly the surface's rectangle; its scroll bar stands inside it, and the
+  // sheet knows the room the bar takes.
+  const int bar = view->verticalScrollBar()->sizeHint().width();
+  EXPECT_EQ(view->size(), QSize(600, 300));
+  EXPECT_EQ(vp()->size(), QSize(600 - bar, 300));
+  EXPECT_DOUBLE_EQ(s.viewWidth(), (600 - bar) * 15.0);
   EXPECT_TRUE(view->verticalScrollBar()->isVisible());
   EXPECT_FALSE(view->horizontalScrollBar()->isVisible());  // six columns fit
   EXPECT_EQ(s.rowsInView(), 14);                             // (300 - 20) / 20
@@ -348,7 +352,8 @@ TEST_F(SurfaceViewTest, SyncMirrorsGeometryScrollingFocusAndTip) {
   view->sync();
   QApplication::processEvents();
   EXPECT_EQ(view->pos(), QPoint(10, 20));
-  EXPECT_EQ(vp()->size(), QSize(300, 200));
+  EXPECT_EQ(view->size(), QSize(300, 200));
+  EXPECT_EQ(vp()->size(), QSize(300 - bar, 200 - view->horizontalScrollBar()->sizeHint().height()));
   EXPECT_EQ(view->toolTip(), QStringLiteral("ตารางสินค้า"));
   EXPECT_TRUE(view->horizontalScrollBar()->isVisible());  // now they do not
 

@@ -129,7 +129,10 @@ void GridEditor::setUpToolBar() {
 }
 
 void GridEditor::onToolBarClick(const QString& key) {
-  if (key == QLatin1String("DeleteList")) cmdDelete_Click();
+  if (key == QLatin1String("NewList"))
+    cmdAddNewNoCheck();  // the button ignores StopActionAdd, unlike F3
+  else if (key == QLatin1String("DeleteList"))
+    cmdDelete_Click();
 }
 
 // ---- Persisted properties -------------------------------------------------------------------------

@@ -1,0 +1,105 @@
+// The grid on a Qt form: real mouse and key events reach the core, and what the core shows is
+// read back from the widget's pixels.
+#include "host/GridEditorWidget.h"
+#include "host/SurfaceView.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+#include <QTest>
+#include <QToolBar>
+#include <gtest/gtest.h>
+
+using namespace tq7;
+
+namespace {
+
+struct GridOnForm : ::testing::Test {
+  GridEditorWidget w;
+  GridEditor& g = w.grid();
+  void SetUp() override {
+    w.resize(640, 300);
+    g.SetFirst(4);
+    g.addField3(1, "Name", "TEXT", 0, "Name", 0, {}, 0, {}, 0, 20, 1, 0, 1, 0, 1500);  // required
+    g.addField3(2, "Name2", "TEXT", 0, "Name", 0, {}, 0, {}, 0, 20, 1, 1, 1, 0, 1500);  // optional
+    g.addField3(3, "Hidden", "TEXT", 0, "Hidden", 0, {}, 0, {}, 0, 20, 1, 1, 1, 0, 0);
+    g.addField3(4, "Qty", "NUMBER", 0, "Qty", 2, {}, 0, {}, 0, 10, 1, 1, 1, 0, 1200);
+    g.SetLast3("/tmp", "grdTest", "1", {}, {});
+    g.setEditStatus(true);
+    w.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
+    w.syncNow();
+  }
+  QImage shot() {
+    w.syncNow();
+    return w.grab().toImage();
+  }
+  int ink(const QImage& img, const QRect& r) {
+    int n = 0;
+    for (int y = r.top(); y <= r.bottom(); ++y)
+      for (int x = r.left(); x <= r.right(); ++x)
+        if (qGray(img.pixel(x, y)) < 100) ++n;
+    return n;
+  }
+  QRect onWidget(const QRect& cell) { return cell.translated(w.surfaceView()->viewport()->mapTo(&w, QPoint(0, 0))); }
+};
+
+}  // namespace
+
+TEST_F(GridOnForm, TheToolBarAnswersTheMouse) {
+  auto* bar = w.findChild<QToolBar*>();
+  ASSERT_NE(bar, nullptr);
+  QAction* append = nullptr;
+  for (QAction* a : bar->actions())
+    if (a->data().toString() == "NewList") append = a;
+  ASSERT_NE(append, nullptr);
+  ASSERT_TRUE(append->isVisible());
+  QWidget* button = bar->widgetForAction(append);
+  ASSERT_NE(button, nullptr);
+  g.setStopActionAdd(true);  // the button adds all the same
+  QTest::mouseClick(button, Qt::LeftButton);
+  EXPECT_EQ(g.Rows(), 2);
+  EXPECT_EQ(g.Record(), 2);
+}
+
+TEST_F(GridOnForm, RequiredCaptionsAreBoldAndHiddenColumnsTakeNoRoom) {
+  const QImage img = shot();
+  const QRect required = onWidget(w.surfaceView()->cellRect(1, -997));
+  const QRect optional = onWidget(w.surfaceView()->cellRect(2, -997));
+  ASSERT_TRUE(required.isValid());
+  ASSERT_EQ(required.width(), optional.width());
+  EXPECT_GT(ink(img, required.adjusted(1, 1, -1, -1)), ink(img, optional.adjusted(1, 1, -1, -1)));
+  // Column 3 is hidden: column 4 begins where column 2 ends.
+  EXPECT_EQ(w.surfaceView()->cellRect(4, 1).left(), w.surfaceView()->cellRect(2, 1).right() + 1);
+  EXPECT_FALSE(w.surfaceView()->cellRect(3, 1).isValid());
+}
+
+TEST_F(GridOnForm, KeysAndClicksReachTheGridAndThePleaseWaitScreenShows) {
+  g.cmdAddNewNoCheck();
+  g.cmdAddNewNoCheck();
+  g.setRecord(1);
+  g.setColumn(1);
+  w.syncNow();
+  const QRect cell = w.surfaceView()->cellRect(4, 3);
+  QTest::mouseClick(w.surfaceView()->viewport(), Qt::LeftButton, {}, cell.center());
+  EXPECT_EQ(g.Record(), 3);
+  EXPECT_EQ(g.Column(), 4);
+  QTest::keyClick(w.surfaceView()->viewport(), Qt::Key_Up);
+  EXPECT_EQ(g.Record(), 2);
+  // A value written in the core shows in its cell.
+  g.SetValue(2, 4, 1234.5);
+  const QImage before = shot();
+  EXPECT_GT(ink(before, onWidget(w.surfaceView()->cellRect(4, 2)).adjusted(2, 2, -2, -2)), 0);
+
+  g.SpeedProcess2(true, QString());
+  w.syncNow();
+  QLabel* wait = nullptr;
+  for (QLabel* l : w.findChildren<QLabel*>())
+    if (l->isVisible() && l->text() == "Processing Please wait...") wait = l;
+  ASSERT_NE(wait, nullptr);
+  EXPECT_FALSE(w.surfaceView()->isVisible());
+  g.SpeedProcess2(false);
+  w.syncNow();
+  EXPECT_FALSE(wait->isVisible());
+  EXPECT_TRUE(w.surfaceView()->isVisible());
+}

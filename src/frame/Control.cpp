@@ -4,9 +4,8 @@ namespace tq7 {
 
 Control::Control(QString name) : name_(std::move(name)) {}
 
-Control::~Control() {
-  for (Widget* w : children_) w->setObserver(nullptr);
-}
+// The children are members of the derived control and are gone by now: nothing to tell them.
+Control::~Control() = default;
 
 void Control::addChild(Widget& w) {
   children_.push_back(&w);

@@ -131,8 +131,22 @@ void GridEditor::setUpToolBar() {
 void GridEditor::onToolBarClick(const QString& key) {
   if (key == QLatin1String("NewList"))
     cmdAddNewNoCheck();  // the button ignores StopActionAdd, unlike F3
+  else if (key == QLatin1String("InsertList"))
+    cmdInsert_Click();
+  else if (key == QLatin1String("AddList"))
+    cmdInsertAfter_Click();
   else if (key == QLatin1String("DeleteList"))
     cmdDelete_Click();
+  else if (key == QLatin1String("Freeze"))
+    cmdFreeze_Click();
+  else if (key == QLatin1String("MoveUp"))
+    cmdMoveUp_Click();
+  else if (key == QLatin1String("MoveFirst"))
+    cmdMoveFirst_Click();
+  else if (key == QLatin1String("MoveDown"))
+    cmdMoveDown_Click();
+  else if (key == QLatin1String("MoveLast"))
+    cmdMoveLast_Click();
 }
 
 // ---- Persisted properties -------------------------------------------------------------------------

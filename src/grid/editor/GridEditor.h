@@ -8,6 +8,7 @@
 #include "grid/editor/GridEditorEvents.h"
 
 #include <QString>
+#include <QVariant>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -269,8 +270,35 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   double GETDate2(int32_t Record, int32_t Column);
   double GETDate(int32_t Record, int32_t Column) { return GETDate2(Record, Column); }
 
-  // ---- Record commands wired to the tool bar ------------------------------------------------------
+  // ---- Locks of cells and records ---------------------------------------------------------------------
+  // Mode 0 open, 1 locked unseen, 2 or more locked and shown in LockColor.
+  int16_t CellLockMode(int32_t Record, int32_t Column, int16_t Mode);
+  int16_t CellLockMode2(int32_t Record, int32_t Column, int16_t Mode, Colour LockColor = 0xFFC0C0,
+                        Colour ClearColor = syscolor::Window);
+  int16_t RecordLockMode(int32_t Record, int16_t Mode);
+  int16_t RecordLockMode2(int32_t Record, int16_t Mode, Colour LockColor = 0xFFC0C0,
+                          Colour ClearColor = syscolor::Window);
+
+  // ---- Record validation ----------------------------------------------------------------------------
+  int16_t CheckRecordStatus(int32_t Record);
+  bool CheckDulicate(int32_t CheckColumn, const QVariant& CheckValue, std::optional<int32_t> SkipRecord = std::nullopt);
+  QString CheckData();
+  QString ValidData();
+  QString GETErrorMessage(int32_t iRecord, int32_t iColumn, int32_t iTotalRecord, int16_t ForceLanguage = -1);
+  int16_t CleanRecord(int32_t Record);
+
+  // ---- Record commands ---------------------------------------------------------------------------------
+  void cmdInsert_Click();
+  void cmdInsertAfter_Click();
   void cmdDelete_Click();
+  void cmdDeleteNoCheck(int32_t iRecord);
+  void cmdMoveUp_Click();
+  void cmdMoveDown_Click();
+  void cmdMoveFirst_Click();
+  void cmdMoveLast_Click();
+  void cmdFreeze_Click();
+  void SwitchRecord(int32_t FromRecord, int32_t ToRecord);
+  void SetButtonOpenCaption(const QString& iLabel = QString());
 
  protected:
   void onResize() override;
@@ -291,6 +319,10 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   void load(bool ClearFirst, bool UseTableCheck, bool UseFieldCheck, bool AutoShow, bool disableBar);
   void joinCaptions();
   void hideOverlays();
+  // One step of a record up or down over the live rows; false when there was nowhere to go.
+  bool moveStep(bool down, bool asCommand);
+  void exchangeRows(int32_t a, int32_t b, bool recordColumns);
+  void markDeleted(int32_t row);
   void setUpSurface();
   void setUpToolBar();
   void onToolBarClick(const QString& key);

@@ -322,6 +322,9 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   // One step of a record up or down over the live rows; false when there was nowhere to go.
   bool moveStep(bool down, bool asCommand);
   void exchangeRows(int32_t a, int32_t b, bool recordColumns);
+  void appendRecord(bool cursorFirst);
+  void bubbleUpTo(int32_t r);
+  void moveToEnd(bool down);
   void markDeleted(int32_t row);
   void setUpSurface();
   void setUpToolBar();

@@ -25,35 +25,26 @@ void GridEditor::hideOverlays() {
 void GridEditor::cmdAdd_Click() { cmdAppend_Click(true); }
 
 void GridEditor::cmdAppend_Click(bool /*WithColor: no effect*/) {
-  SpreadSurface& s = mfgData;
-  // 1. A standing switch, read before any event; a load is never stopped by it.
+  // A standing switch, read before any event; a load is never stopped by it.
   if (stopActionAdd_ && !loading_) return;
-  // 2.
-  raise(&GridEditorEvents::BeforeAddClickProcess);
-  // 3. - 5.
-  step([&] { s.setMaxRows(s.MaxRows() + 1); });
-  FillINI();
-  step([&] { s.SetActiveCell(s.ActiveCol(), s.MaxRows()); });
-  // 6. - 9.
-  if (defaultRowHeight_ > 0) step([&] { s.setRowHeight(s.MaxRows(), defaultRowHeight_); });
-  for (int32_t c = 1; c <= s.MaxCols(); ++c) {
-    if (s.ColWidth(c) > 10) {
-      step([&] { s.SetActiveCell(c, s.ActiveRow()); });
-      break;
-    }
-  }
-  if (s.Visible()) s.SetFocus();
-  raise(&GridEditorEvents::AddClick);
+  appendRecord(false);
 }
 
+// Adds a record whatever StopActionAdd says; the cursor goes to the new row before its defaults.
 void GridEditor::cmdAddNewNoCheck() {
-  SpreadSurface& s = mfgData;
   hideOverlays();
+  appendRecord(true);
+}
+
+void GridEditor::appendRecord(bool cursorFirst) {
+  SpreadSurface& s = mfgData;
   raise(&GridEditorEvents::BeforeAddClickProcess);
   step([&] { s.setMaxRows(s.MaxRows() + 1); });
+  if (!cursorFirst) FillINI();
   step([&] { s.SetActiveCell(s.ActiveCol(), s.MaxRows()); });
-  FillINI();
+  if (cursorFirst) FillINI();
   if (defaultRowHeight_ > 0) step([&] { s.setRowHeight(s.MaxRows(), defaultRowHeight_); });
+  // The first column wide enough to be seen; none, and the cursor keeps its column.
   for (int32_t c = 1; c <= s.MaxCols(); ++c) {
     if (s.ColWidth(c) > 10) {
       step([&] { s.SetActiveCell(c, s.ActiveRow()); });
@@ -71,14 +62,7 @@ void GridEditor::cmdInsert_Click() {
   step([&] { s.setVisible(false); });  // hides the work
   const int32_t r = s.ActiveRow();
   cmdAdd_Click();
-  // The new record bubbles up to where the cursor was.
-  while (r < s.ActiveRow()) {
-    const int32_t before = s.ActiveRow();
-    cmdMoveUp_Click();
-    if (s.ActiveRow() == before) break;  // nowhere left to go
-  }
-  step([&] { s.setVisible(true); });
-  s.SetFocus();
+  bubbleUpTo(r);
 }
 
 void GridEditor::cmdInsertAfter_Click() {
@@ -91,10 +75,16 @@ void GridEditor::cmdInsertAfter_Click() {
   hideOverlays();
   const int32_t r = s.ActiveRow() + 1;
   cmdAppend_Click(false);
+  bubbleUpTo(r);
+}
+
+// The new record climbs one exchange at a time to row r; then the surface shows again.
+void GridEditor::bubbleUpTo(int32_t r) {
+  SpreadSurface& s = mfgData;
   while (r < s.ActiveRow()) {
     const int32_t before = s.ActiveRow();
     cmdMoveUp_Click();
-    if (s.ActiveRow() == before) break;
+    if (s.ActiveRow() == before) break;  // nowhere left to go
   }
   step([&] { s.setVisible(true); });
   s.SetFocus();
@@ -158,22 +148,16 @@ bool GridEditor::moveStep(bool down, bool asCommand) {
 void GridEditor::cmdMoveUp_Click() { moveStep(false, true); }
 void GridEditor::cmdMoveDown_Click() { moveStep(true, true); }
 
-void GridEditor::cmdMoveFirst_Click() {
-  SpreadSurface& s = mfgData;
-  step([&] { s.setVisible(false); });
-  hideOverlays();
-  while (PreviousActiveRecord(Record()) >= 1)
-    if (!moveStep(false, false)) break;  // a row the height test calls live but the step does not
-  step([&] { s.setVisible(true); });
-  s.SetFocus();
-}
+void GridEditor::cmdMoveFirst_Click() { moveToEnd(false); }
+void GridEditor::cmdMoveLast_Click() { moveToEnd(true); }
 
-void GridEditor::cmdMoveLast_Click() {
+// Repeats the step, hiding the overlays once, while the height test sees a live record that way.
+void GridEditor::moveToEnd(bool down) {
   SpreadSurface& s = mfgData;
   step([&] { s.setVisible(false); });
   hideOverlays();
-  while (NextActiveRecord(Record()) >= 1)
-    if (!moveStep(true, false)) break;
+  while ((down ? NextActiveRecord(Record()) : PreviousActiveRecord(Record())) >= 1)
+    if (!moveStep(down, false)) break;  // a row the height test calls live but the step does not
   step([&] { s.setVisible(true); });
   s.SetFocus();
 }

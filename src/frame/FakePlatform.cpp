@@ -33,6 +33,10 @@ int FakePlatform::count(const QString& prefix) const {
 
 void FakePlatform::messageBox(const QString& text) { calls.append(QStringLiteral("messageBox: ") + text); }
 
+void FakePlatform::infoBox(const QString& text, const QString& title) {
+  calls.append(QStringLiteral("infoBox: ") + text + QStringLiteral(" | ") + title);
+}
+
 bool FakePlatform::question(const QString& text, const QString& title, bool defaultYes) {
   calls.append(QStringLiteral("question: ") + text + QStringLiteral(" | ") + title);
   return next(defaultYes).toBool();

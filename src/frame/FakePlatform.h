@@ -29,6 +29,7 @@ class FakePlatform : public Platform {
   int count(const QString& prefix) const;
 
   void messageBox(const QString& text) override;
+  void infoBox(const QString& text, const QString& title) override;  // "infoBox: text | title"
   bool question(const QString& text, const QString& title, bool defaultYes) override;
   QString inputBox(const QString& prompt, const QString& title, const QString& defaultText) override;
   QString saveFileDialog(const QString& title, const QString& filter, const QString& initialPath) override;

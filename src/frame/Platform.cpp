@@ -21,6 +21,7 @@ double serialOf(const QDateTime& t) {
 class QuietPlatform final : public Platform {
  public:
   void messageBox(const QString&) override {}
+  void infoBox(const QString&, const QString&) override {}
   bool question(const QString&, const QString&, bool defaultYes) override { return defaultYes; }
   QString inputBox(const QString&, const QString&, const QString&) override { return {}; }
   QString saveFileDialog(const QString&, const QString&, const QString&) override { return {}; }

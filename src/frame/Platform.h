@@ -18,6 +18,8 @@ class Platform {
 
   // A plain modal box with one OK button and no title of its own.
   virtual void messageBox(const QString& text) = 0;
+  // An information box with one OK button and a title of its own (the help box of F1).
+  virtual void infoBox(const QString& text, const QString& title) = 0;
   // Yes/No question; answers true for Yes.
   virtual bool question(const QString& text, const QString& title, bool defaultYes) = 0;
   // Input box; a cancelled box answers an empty text, as the classic input box does.

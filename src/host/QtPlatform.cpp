@@ -201,6 +201,11 @@ void QtPlatform::messageBox(const QString& text) {
   box.exec();
 }
 
+void QtPlatform::infoBox(const QString& text, const QString& title) {
+  QMessageBox box(QMessageBox::Information, title, text, QMessageBox::Ok, dialogParent());
+  box.exec();
+}
+
 bool QtPlatform::question(const QString& text, const QString& title, bool defaultYes) {
   QMessageBox box(QMessageBox::Question, title.isEmpty() ? boxTitle() : title, text,
                   QMessageBox::Yes | QMessageBox::No, dialogParent());

@@ -13,6 +13,7 @@ class QtPlatform : public Platform {
   ~QtPlatform() override;
 
   void messageBox(const QString& text) override;
+  void infoBox(const QString& text, const QString& title) override;
   bool question(const QString& text, const QString& title, bool defaultYes) override;
   QString inputBox(const QString& prompt, const QString& title, const QString& defaultText) override;
   QString saveFileDialog(const QString& title, const QString& filter, const QString& initialPath) override;

@@ -42,6 +42,7 @@ GridEditor::GridEditor(QString name) : Control(std::move(name)) {
   Text1.setAlignment(2);
   TbrButton.setHeight(kToolBarHeight);
   cmdLegend.setWidth(kLegendWidth);
+  cmdLegend.onClick = [this] { cmdLegend_Click(); };
   setUpToolBar();
 
   // 1. The colour table from the surface's own colours.

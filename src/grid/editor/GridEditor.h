@@ -270,6 +270,15 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   double GETDate2(int32_t Record, int32_t Column);
   double GETDate(int32_t Record, int32_t Column) { return GETDate2(Record, Column); }
 
+  // ---- Colour legend and help box -------------------------------------------------------------------
+  // Builds the legend from system settings named in iLegendList (",") and shows cmdLegend; 0 when
+  // any argument is empty, and then nothing changes.
+  int16_t SetLegend(const QString& iLegendList, const QString& iDataConnectionString,
+                    const QString& iAppConnectionString);
+  void cmdLegend_Click();
+  // The keys of the present mode, in the grid's language, in an information box (F1).
+  void ShowHelp();
+
   // ---- Locks of cells and records ---------------------------------------------------------------------
   // Mode 0 open, 1 locked unseen, 2 or more locked and shown in LockColor.
   int16_t CellLockMode(int32_t Record, int32_t Column, int16_t Mode);
@@ -396,6 +405,8 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   };
   ColourPair colours_[3]{};
   mutable std::vector<ColumnCache> columnCache_;
+  // The colour legend: "<colour>;<description>" entries joined by ","; empty, no legend.
+  QString legendList_;
 };
 
 }  // namespace tq7

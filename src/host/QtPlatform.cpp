@@ -20,6 +20,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
@@ -38,6 +39,32 @@ int px(double twips) { return int(twips / TwipsPerPixel + 0.5); }
 QWidget* dialogParent() { return QApplication::activeWindow(); }
 
 QString boxTitle() { return QGuiApplication::applicationDisplayName(); }
+
+// A picture box of a core form: filled with its back colour, its picture drawn over it.
+class PictureView : public QWidget {
+ public:
+  PictureView(PictureBox& box, QWidget* parent) : QWidget(parent), box_(box) {}
+  // Repaints only when what the box shows has changed.
+  void pull() {
+    const QColor back = toQColor(box_.BackColor());
+    if (back == back_ && box_.Picture().cacheKey() == pictureKey_) return;
+    back_ = back;
+    pictureKey_ = box_.Picture().cacheKey();
+    update();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter p(this);
+    p.fillRect(rect(), back_);
+    if (!box_.Picture().isNull()) p.drawImage(QPoint(0, 0), box_.Picture());
+  }
+
+ private:
+  PictureBox& box_;
+  QColor back_;
+  qint64 pictureKey_ = 0;
+};
 
 // A core form on the screen: one Qt widget for each child it knows, placed by the child's
 // twips, mirrored both ways. The core changes its states from its own handlers, so the dialog
@@ -73,6 +100,8 @@ class FormDialog : public QDialog {
           pull();
         });
         q = push;
+      } else if (auto* picture = dynamic_cast<PictureBox*>(child)) {
+        q = new PictureView(*picture, this);
       } else if (auto* list = dynamic_cast<ListBox*>(child)) {
         auto* view = new QListWidget(this);
         QObject::connect(view, &QListWidget::currentRowChanged, this, [this, list](int row) {
@@ -124,6 +153,8 @@ class FormDialog : public QDialog {
           q->addItems(list->Items());
         }
         if (q->currentRow() != list->ListIndex()) q->setCurrentRow(list->ListIndex());
+      } else if (dynamic_cast<PictureBox*>(b.w)) {
+        static_cast<PictureView*>(b.q)->pull();
       }
     }
     pulling_ = false;

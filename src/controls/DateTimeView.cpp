@@ -11,6 +11,7 @@ DateTimeView::DateTimeView() : Control(QStringLiteral("DateTimeView")) {
   for (Widget* w : std::initializer_list<Widget*>{&picDateTime, &MonthView2, &Label1, &txtTime, &Command1, &Command2})
     addChild(*w);
 
+  picDateTime.setBackColor(syscolor::ButtonFace);
   // The calendar takes the top; the time and the two buttons share one line below it.
   MonthView2.Move(0, 0, FixedWidth, 2130);
   Label1.Move(45, 2205, 420, 240);

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QToolBar>
 #include <QToolButton>
 #include <cmath>
@@ -58,6 +59,8 @@ QListWidget* WidgetMirror::list(ListBox& state) {
     if (row != state.ListIndex() && row < state.ListCount()) state.setListIndex(row);
   });
   add(state, lw, [lw, &state] {
+    // Refilling the list passes through "nothing chosen": that is no choice of the user's.
+    const QSignalBlocker quiet(lw);
     QStringList shown;
     shown.reserve(lw->count());
     for (int i = 0; i < lw->count(); ++i) shown.append(lw->item(i)->text());

@@ -73,6 +73,8 @@ QWidget* makeInvoicePage(const SampleDatabase& db, QWidget* parent) {
   g.setEditStatusShowAddButton(true);
   g.setEditStatusShowRemoveButton(true);
   g.FillData3();
+  // The colours of the paid and unpaid lines, explained by the legend button under the grid.
+  g.SetLegend(QStringLiteral("Paid,Unpaid"), conn, conn);
   return page;
 }
 

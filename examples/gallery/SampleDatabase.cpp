@@ -93,6 +93,9 @@ QStringList sampleStatements() {
       << QStringLiteral("INSERT INTO TQ7TSystemUser VALUES ('DisableEditHighlight', 1, 0)")
       << QStringLiteral("CREATE TABLE TQ7TSystem (TSysName TEXT, TSysValue REAL)")
       << QStringLiteral("INSERT INTO TQ7TSystem VALUES ('LanguageID', 0)")
+      // Legend colours, 0x00BBGGRR: a pale green for paid lines, a pale orange for unpaid ones.
+      << QStringLiteral("INSERT INTO TQ7TSystem VALUES ('Paid', 13434828)")
+      << QStringLiteral("INSERT INTO TQ7TSystem VALUES ('Unpaid', 11389439)")
       << QStringLiteral("CREATE TABLE TQ7TTable (TTblName TEXT, TTblAlias TEXT)")
       << QStringLiteral("INSERT INTO TQ7TTable VALUES ('InvoiceLine', 'รายการใบแจ้งหนี้')")
       // User 1 sits in the administrators' group, so the format menu offers the global format too.

@@ -7,6 +7,8 @@
 #include "host/HostFonts.h"
 #include "host/QtPlatform.h"
 
+#include "host/GridEditorWidget.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QMainWindow>
@@ -44,16 +46,27 @@ int screenshots(QMainWindow& window, QTabWidget& tabs, const QString& dir) {
   window.show();
   settle();
   int failed = 0;
-  for (int i = 0; i < tabs.count(); ++i) {
-    tabs.setCurrentIndex(i);
+  auto shoot = [&](const QString& file) {
     settle();
-    const QString path = folder + QLatin1Char('/') + QString::fromLatin1(kPages[i].file);
+    const QString path = folder + QLatin1Char('/') + file;
     if (window.grab().save(path, "PNG")) {
-      out << "  " << kPages[i].file << "\n";
+      out << "  " << file << "\n";
     } else {
       QTextStream(stderr) << "tq7-gallery: cannot write " << path << "\n";
       ++failed;
     }
+  };
+  for (int i = 0; i < tabs.count(); ++i) {
+    tabs.setCurrentIndex(i);
+    shoot(QString::fromLatin1(kPages[i].file));
+  }
+  // The invoice once more after the clerk has removed its third line with F5's command: the
+  // line is gone from the screen and the running numbers close up.
+  if (auto* invoice = window.findChild<tq7::GridEditorWidget*>(QStringLiteral("grdInvoice"))) {
+    tabs.setCurrentIndex(1);
+    invoice->grid().setRecord(3);
+    invoice->grid().cmdDelete_Click();
+    shoot(QStringLiteral("03-invoice-line-removed.png"));
   }
   out.flush();
   return failed ? 1 : 0;

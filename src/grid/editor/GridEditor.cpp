@@ -44,6 +44,7 @@ GridEditor::GridEditor(QString name) : Control(std::move(name)) {
   cmdLegend.setWidth(kLegendWidth);
   cmdLegend.onClick = [this] { cmdLegend_Click(); };
   setUpToolBar();
+  setUpPickers();  // the drop-downs of date and period cells, hidden, heard by the grid
 
   // 1. The colour table from the surface's own colours.
   const Colour back = mfgData.BackColor();
@@ -211,6 +212,7 @@ void GridEditor::onGotFocus() {
 }
 
 void GridEditor::onChildGotFocus(Widget& w) {
+  if (&w == &Text) Text_GotFocus();
   if (&w != &mfgData) return;
   Text.setVisible(false);
   List1.setVisible(false);

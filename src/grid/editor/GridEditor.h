@@ -3,6 +3,9 @@
 // of the surface; values live in Matrix1 and the text follows them; the tool bar below the
 // surface carries the record commands.
 #include "companion/Matrix.h"
+#include "controls/DateTimeView.h"
+#include "controls/MonthCalendar.h"
+#include "controls/MonthYearView.h"
 #include "frame/Control.h"
 #include "frame/SpreadSurface.h"
 #include "grid/editor/GridEditorEvents.h"
@@ -309,6 +312,38 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   void SwitchRecord(int32_t FromRecord, int32_t ToRecord);
   void SetButtonOpenCaption(const QString& iLabel = QString());
 
+  // ---- Cell editing -------------------------------------------------------------------------------
+  // A drop-down that is a control of its own stands on the grid through a frame that carries its
+  // place, its visibility and the grid's focus; the control itself is reached through ->.
+  template <class C>
+  class PickerFrame : public Widget {
+   public:
+    explicit PickerFrame(QString name) : Widget(std::move(name)) {}
+    C* operator->() { return &view; }
+    C& operator*() { return view; }
+    C view;
+  };
+  // The pickers: DATE, DATETIME and PERIOD cells.
+  MonthCalendar MonthView1{QStringLiteral("MonthView1")};
+  PickerFrame<DateTimeView> DateTimeView1{QStringLiteral("DateTimeView1")};
+  PickerFrame<MonthYearView> MonthYearView1{QStringLiteral("MonthYearView1")};
+
+  // The hook of a column's ShellCommand; no quick form answers, so it is always empty.
+  QString SelectQuickForm(QString& QuickFormAlias);
+  // Handlers the host calls, by the overlays' names.
+  void Text_KeyDown(int16_t& KeyCode, int16_t& Shift);
+  void Text_KeyPress(int16_t& KeyAscii);
+  void Text_GotFocus();
+  void List1_KeyDown(int16_t& KeyCode, int16_t& Shift);
+  void List1_DblClick();
+  void List1_LostFocus();
+  void MonthView1_DateDblClick(double DateDblClicked);
+  void MonthView1_KeyDown(int16_t& KeyCode, int16_t& Shift);
+  void DateTimeView1_DateClick(double DateClicked);
+  void DateTimeView1_KeyDown(int16_t& KeyCode, int16_t& Shift);
+  void MonthYearView1_MonthClick(int16_t EMonth, int16_t EYear);
+  void MonthYearView1_KeyDown(int16_t& KeyCode, int16_t& Shift);
+
  protected:
   void onResize() override;
   void onGotFocus() override;
@@ -407,6 +442,27 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   mutable std::vector<ColumnCache> columnCache_;
   // The colour legend: "<colour>;<description>" entries joined by ","; empty, no legend.
   QString legendList_;
+
+  // Cell editing: the surface's new selection loads the text box; the overlays' focus.
+  void SelChange(int32_t BlockCol, int32_t BlockRow, int32_t BlockCol2, int32_t BlockRow2, int32_t CurCol,
+                 int32_t CurRow) override;
+  void onChildLostFocus(Widget& w) override;
+  void commitText(GridSurface& surface, TextBox& textBox);
+  void openList(GridSurface& surface);
+  void openPicker(GridSurface& surface, Widget& picker);
+  void pickerChosen(Widget& picker, const QString& text);
+  void pickerEscape(Widget& picker);
+  void setUpPickers();
+  struct DateTimeView1Events : DateTimeViewEvents {
+    GridEditor* g = nullptr;
+    void KeyDown(int16_t& KeyCode, int16_t& Shift) override { g->DateTimeView1_KeyDown(KeyCode, Shift); }
+    void DateClick(double DateClicked) override { g->DateTimeView1_DateClick(DateClicked); }
+  } dateTimeView1Events_;
+  struct MonthYearView1Events : MonthYearViewEvents {
+    GridEditor* g = nullptr;
+    void KeyDown(int16_t& KeyCode, int16_t& Shift) override { g->MonthYearView1_KeyDown(KeyCode, Shift); }
+    void MonthClick(int16_t EMonth, int16_t EYear) override { g->MonthYearView1_MonthClick(EMonth, EYear); }
+  } monthYearView1Events_;
 };
 
 }  // namespace tq7

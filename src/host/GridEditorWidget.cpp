@@ -1,8 +1,11 @@
 #include "host/GridEditorWidget.h"
 
+#include "host/DateTimeViewWidget.h"
 #include "host/SurfaceView.h"
 
+#include <QApplication>
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -24,9 +27,10 @@ GridEditorWidget::GridEditorWidget(QWidget* parent) : QWidget(parent), mirror_(t
   mirror_.button(grid_.cmdLegend);
   mirror_.button(grid_.cmdOption);
   mirror_.button(grid_.cmdSelect);
-  mirror_.list(grid_.List1);
+  list1_ = mirror_.list(grid_.List1);
   mirror_.list(grid_.List2);
-  mirror_.lineEdit(grid_.Text);
+  text_ = mirror_.lineEdit(grid_.Text);
+  setUpOverlays();
   mirror_.messageBox(grid_.Text1);
   grid_.setChangeCallback([this] { scheduleSync(); });
   grid_.setSize(pixelsToTwips(width()), pixelsToTwips(height()));
@@ -47,7 +51,10 @@ void GridEditorWidget::syncNow() {
   syncPending_ = false;
   syncing_ = true;
   mirror_.sync();
+  dateTimeMirror_->sync();
+  monthYearMirror_->sync();
   view_->sync();
+  followFocus();
   // The core's focus decides which widget has the keyboard.
   if (hasFocus() || (view_->hasFocus() && grid_.focusedChild() != &grid_.mfgData)) {
     if (grid_.focusedChild() == &grid_.mfgData && view_->isVisible()) view_->setFocus(Qt::OtherFocusReason);
@@ -70,6 +77,99 @@ void GridEditorWidget::focusInEvent(QFocusEvent* e) {
 void GridEditorWidget::showEvent(QShowEvent* e) {
   QWidget::showEvent(e);
   syncNow();
+}
+
+// ---- Cell overlays ----------------------------------------------------------------------------------
+
+void GridEditorWidget::setUpOverlays() {
+  // The pickers, each a frame in the grid's stacking order with the picker's pieces inside.
+  monthView1_ = new MonthCalendarView(grid_.MonthView1, this);
+  mirror_.plain(grid_.MonthView1, monthView1_);
+  dateTimeView1_ = new QWidget(this);
+  dateTimeView1_->setAutoFillBackground(true);
+  mirror_.plain(grid_.DateTimeView1, dateTimeView1_);
+  dateTimeMirror_ = std::make_unique<WidgetMirror>(dateTimeView1_);
+  DateTimeView& dtv = *grid_.DateTimeView1;
+  dateTimeCalendar_ = new MonthCalendarView(dtv.MonthView2, dateTimeView1_);
+  dateTimeMirror_->plain(dtv.MonthView2, dateTimeCalendar_);
+  dateTimeMirror_->lineEdit(dtv.txtTime)->installEventFilter(this);
+  dateTimeMirror_->button(dtv.Command1);
+  dateTimeMirror_->button(dtv.Command2);
+  dtv.setChangeCallback([this] { scheduleSync(); });
+  monthYearView1_ = new QWidget(this);
+  monthYearView1_->setAutoFillBackground(true);
+  mirror_.plain(grid_.MonthYearView1, monthYearView1_);
+  monthYearMirror_ = std::make_unique<WidgetMirror>(monthYearView1_);
+  MonthYearView& myv = *grid_.MonthYearView1;
+  monthYearMirror_->lineEdit(myv.Text1)->setReadOnly(true);
+  monthYearMirror_->button(myv.cmdPrevious);
+  monthYearMirror_->button(myv.cmdNext);
+  monthYearList_ = monthYearMirror_->list(myv.List1);
+  connect(monthYearList_, &QListWidget::itemClicked, this, [this] { grid_.MonthYearView1->List1_Click(); });
+  connect(monthYearList_, &QListWidget::itemDoubleClicked, this, [this] {
+    grid_.MonthYearView1->List1_DblClick();
+    syncNow();
+  });
+  myv.setChangeCallback([this] { scheduleSync(); });
+  // The in-cell overlays: keys first to the core; a focus taken by the mouse is the core's too.
+  connect(list1_, &QListWidget::itemDoubleClicked, this, [this] {
+    grid_.List1_DblClick();
+    syncNow();
+  });
+  for (QWidget* w : std::initializer_list<QWidget*>{text_, list1_, monthYearList_}) w->installEventFilter(this);
+}
+
+QWidget* GridEditorWidget::widgetOfFocus() const {
+  Widget* f = grid_.focusedChild();
+  if (f == &grid_.Text) return text_;
+  if (f == &grid_.List1) return list1_;
+  if (f == &grid_.MonthView1) return monthView1_;
+  if (f == &grid_.DateTimeView1) return dateTimeCalendar_;
+  if (f == &grid_.MonthYearView1) return monthYearList_;
+  if (f == &grid_.mfgData) return view_;
+  return nullptr;
+}
+
+// Only while the keyboard is somewhere in this control: a sync must not pull the focus from
+// another control of the form.
+void GridEditorWidget::followFocus() {
+  QWidget* target = widgetOfFocus();
+  QWidget* current = QApplication::focusWidget();
+  if (!target || target == current || !target->isVisible()) return;
+  if (current && current != this && !isAncestorOf(current)) return;
+  // A picker's inner box keeps the keyboard while its picker is the focused child.
+  if (current && target->parentWidget() != this && target->parentWidget()->isAncestorOf(current)) return;
+  target->setFocus(Qt::OtherFocusReason);
+}
+
+bool GridEditorWidget::eventFilter(QObject* watched, QEvent* e) {
+  if (e->type() == QEvent::FocusIn) {
+    if (watched == text_) grid_.setFocusTo(&grid_.Text);
+    else if (watched == list1_) grid_.setFocusTo(&grid_.List1);
+    return false;
+  }
+  if (e->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, e);
+  auto* ke = static_cast<QKeyEvent*>(e);
+  int16_t code = SurfaceView::virtualKeyOf(ke->key(), ke->modifiers());
+  int16_t shift = SurfaceView::shiftStateOf(ke->modifiers());
+  const bool own = code == key::Return || code == key::Escape || code == key::F2;
+  if (watched == text_) {
+    grid_.Text_KeyDown(code, shift);
+    for (int16_t a : SurfaceView::keyAsciiOf(*ke)) grid_.Text_KeyPress(a);
+  } else if (watched == list1_) {
+    if (!own) return false;
+    grid_.List1_KeyDown(code, shift);
+  } else if (watched == monthYearList_) {
+    if (code != key::Return && code != key::Escape) return false;
+    grid_.MonthYearView1->List1_KeyDown(code, shift);
+  } else {
+    // The date-time picker's time box: Enter and Escape are the picker's.
+    if (code != key::Return && code != key::Escape) return false;
+    grid_.DateTimeView1->txtTime_KeyDown(code, shift);
+  }
+  if (!own) return false;  // the line edit types the character itself
+  syncNow();
+  return true;
 }
 
 // ---- Events: to the application's listener, then as signals ------------------------------------------

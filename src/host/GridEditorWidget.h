@@ -5,10 +5,15 @@
 #include "host/WidgetMirror.h"
 
 #include <QWidget>
+#include <memory>
+
+class QLineEdit;
+class QListWidget;
 
 namespace tq7 {
 
 class SurfaceView;
+class MonthCalendarView;
 
 class GridEditorWidget : public QWidget, private GridEditorEvents {
   Q_OBJECT
@@ -48,6 +53,12 @@ class GridEditorWidget : public QWidget, private GridEditorEvents {
 
  private:
   void scheduleSync();
+  // The cell overlays: the core's focused child decides the Qt focus, and keys typed into the
+  // overlays go to the core before the Qt widget sees them.
+  void setUpOverlays();
+  QWidget* widgetOfFocus() const;
+  void followFocus();
+  bool eventFilter(QObject* watched, QEvent* e) override;
 
   void KeyDown(int16_t& KeyCode, int16_t& Shift) override;
   void GridDataChange() override;
@@ -71,6 +82,14 @@ class GridEditorWidget : public QWidget, private GridEditorEvents {
   GridEditorEvents* appListener_ = nullptr;
   bool syncPending_ = false;
   bool syncing_ = false;
+  QLineEdit* text_ = nullptr;
+  QListWidget* list1_ = nullptr;
+  MonthCalendarView* monthView1_ = nullptr;
+  QWidget* dateTimeView1_ = nullptr;
+  MonthCalendarView* dateTimeCalendar_ = nullptr;
+  QWidget* monthYearView1_ = nullptr;
+  QListWidget* monthYearList_ = nullptr;
+  std::unique_ptr<WidgetMirror> dateTimeMirror_, monthYearMirror_;
 };
 
 }  // namespace tq7

@@ -149,6 +149,10 @@ void GridEditor::onToolBarClick(const QString& key) {
     cmdMoveDown_Click();
   else if (key == QLatin1String("MoveLast"))
     cmdMoveLast_Click();
+  else if (key == QLatin1String("Enter")) {
+    int16_t code = tq7::key::Return, none = 0;  // the button is the Enter key
+    KeyDown(code, none);
+  }
 }
 
 // ---- Persisted properties -------------------------------------------------------------------------

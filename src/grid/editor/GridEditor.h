@@ -344,6 +344,14 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   void MonthYearView1_MonthClick(int16_t EMonth, int16_t EYear);
   void MonthYearView1_KeyDown(int16_t& KeyCode, int16_t& Shift);
 
+  // ---- Keys ------------------------------------------------------------------------------------------
+  // Runs the key dispatcher as if the key had been pressed on the surface (keys from other forms).
+  void RunAction_KeyDown(int16_t& KeyCode, int16_t& Shift);
+  // Moves the cursor to the next column that takes input, in the active row.
+  void NextColumnInput();
+  // Scrolls by the rows in view less one, at least 10; a positive Rotation scrolls up.
+  void MouseWheel(int32_t MouseKeys, int32_t Rotation, int32_t Xpos, int32_t Ypos);
+
  protected:
   void onResize() override;
   void onGotFocus() override;
@@ -355,6 +363,24 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   void ColWidthChange(int32_t Col1, int32_t Col2) override;
   void RowHeightChange(int32_t Row1, int32_t Row2) override;
   void LeaveCell(int32_t Col, int32_t Row, int32_t NewCol, int32_t NewRow, bool& Cancel) override;
+  void DblClick(int32_t Col, int32_t Row) override;
+  void KeyDown(int16_t& KeyCode, int16_t& Shift) override;
+  void KeyPress(int16_t& KeyAscii) override;
+  void KeyUp(int16_t& KeyCode, int16_t& Shift) override;
+  // The key dispatcher's parts.
+  bool keyOnForeignCell();
+  void relayKey(int16_t& KeyCode, int16_t& Shift);
+  void openCellByKey(int16_t& KeyCode, int16_t& Shift);
+  void multiLineByKey();
+  void findByKey(const QString& text);
+  void clearBlockByKey();
+  bool pasteAllowed();
+  void pasteByKey();
+  // The cell editing's side of the key dispatcher: the overlays' key action and text editor, and
+  // what a typed character opens in a cell from Browse in edit mode.
+  void BeginTextEdit(GridSurface& surface, TextBox& textBox, int16_t KeyAscii);
+  void TextKeyAction(GridSurface& surface, TextBox& textBox, int16_t& KeyCode, int16_t& Shift);
+  void startCellEditor(int16_t KeyAscii);
   // Matrix events: the rendering of a value into its cell's text.
   void CellDataChange(int32_t& Row, int32_t& Column) override;
 

@@ -5,7 +5,9 @@
 #include "SampleDatabase.h"
 #include "host/GridEditorWidget.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace gallery {
@@ -75,6 +77,19 @@ QWidget* makeInvoicePage(const SampleDatabase& db, QWidget* parent) {
   g.FillData3();
   // The colours of the paid and unpaid lines, explained by the legend button under the grid.
   g.SetLegend(QStringLiteral("Paid,Unpaid"), conn, conn);
+
+  // F3 adds a line, F5 removes one; Save asks the grid and writes the lines back.
+  auto* bar = new QHBoxLayout;
+  auto* save = new QPushButton(QStringLiteral("บันทึก / Save"), page);
+  save->setObjectName(QStringLiteral("cmdSave"));
+  auto* status = new QLabel(QStringLiteral("F3 เพิ่มรายการ · F5 ลบรายการ · F2 เลือก · Enter ยืนยัน"), page);
+  status->setObjectName(QStringLiteral("lblStatus"));
+  bar->addWidget(save);
+  bar->addWidget(status, 1);
+  layout->addLayout(bar);
+  QObject::connect(save, &QPushButton::clicked, page, [grid, status, conn] {
+    status->setText(saveInvoice(grid->grid(), conn, QString::fromLatin1(kSampleInvoice)));
+  });
   return page;
 }
 

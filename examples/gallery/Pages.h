@@ -5,6 +5,7 @@
 #include <QWidget>
 
 namespace tq7 {
+class GridEditor;
 class GridEditorWidget;
 }
 
@@ -17,5 +18,9 @@ QWidget* makeFieldTypesPage(const QString& folder, QWidget* parent = nullptr);
 
 // The lines of one invoice, loaded from the sample database.
 QWidget* makeInvoicePage(const SampleDatabase& db, QWidget* parent = nullptr);
+
+// Checks the invoice grid's records and, when all is well, writes them back to the table; answers
+// the message to show.
+QString saveInvoice(tq7::GridEditor& grid, const QString& connection, const QString& invoiceNo);
 
 }  // namespace gallery

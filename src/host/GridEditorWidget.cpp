@@ -50,6 +50,10 @@ void GridEditorWidget::scheduleSync() {
 void GridEditorWidget::syncNow() {
   syncPending_ = false;
   syncing_ = true;
+  // Hiding the overlay that has the keyboard hands the keyboard to the next widget of the form;
+  // when it was inside the grid before this sync, it stays with the grid's focused child.
+  QWidget* const before = QApplication::focusWidget();
+  keyboardWasInside_ = before && (before == this || isAncestorOf(before));
   mirror_.sync();
   dateTimeMirror_->sync();
   monthYearMirror_->sync();
@@ -136,7 +140,7 @@ void GridEditorWidget::followFocus() {
   QWidget* target = widgetOfFocus();
   QWidget* current = QApplication::focusWidget();
   if (!target || target == current || !target->isVisible()) return;
-  if (current && current != this && !isAncestorOf(current)) return;
+  if (current && current != this && !isAncestorOf(current) && !keyboardWasInside_) return;
   // A picker's inner box keeps the keyboard while its picker is the focused child.
   if (current && target->parentWidget() != this && target->parentWidget()->isAncestorOf(current)) return;
   target->setFocus(Qt::OtherFocusReason);

@@ -81,6 +81,7 @@ class GridEditorWidget : public QWidget, private GridEditorEvents {
   SurfaceView* view_ = nullptr;
   GridEditorEvents* appListener_ = nullptr;
   bool syncPending_ = false;
+  bool keyboardWasInside_ = false;
   bool syncing_ = false;
   QLineEdit* text_ = nullptr;
   QListWidget* list1_ = nullptr;

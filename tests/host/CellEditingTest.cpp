@@ -9,6 +9,8 @@
 #include <QDate>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPushButton>
+#include <QVBoxLayout>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -147,4 +149,42 @@ TEST_F(CellEditing, F2OpensTheCalendarOverTheGridAndADoubleClickCommitsTheDay) {
   EXPECT_FALSE(g.MonthView1.Visible());
   EXPECT_EQ(g.Matrix1.GetValue(1, 1), day);
   EXPECT_EQ(QApplication::focusWidget(), w.surfaceView());
+}
+
+// On a form with other buttons, hiding the editor after Enter must not hand the keyboard to the
+// next button of the form: the clerk goes on typing into the next cell.
+TEST(CellEditingOnAForm, AfterEnterTheKeyboardStaysWithTheGrid) {
+  QWidget form;
+  auto* layout = new QVBoxLayout(&form);
+  auto* grid = new GridEditorWidget;
+  auto* other = new QPushButton(QStringLiteral("Save"));
+  layout->addWidget(grid, 1);
+  layout->addWidget(other);
+  GridEditor& g = grid->grid();
+  g.SetFirst(3);  // the last column is never the next one's target: three, so that B is
+  g.addField3(1, "A", "TEXT", 0, "A", 0, {}, 0, {}, 0, 20, 1, 1, 1, 0, 1500);
+  g.addField3(2, "B", "TEXT", 0, "B", 0, {}, 0, {}, 0, 20, 1, 1, 1, 0, 1500);
+  g.addField3(3, "C", "TEXT", 0, "C", 0, {}, 0, {}, 0, 20, 1, 1, 1, 0, 1500);
+  g.SetLast3("/tmp", "grdOnForm", "1", {}, {});
+  g.setEditStatus(true);
+  form.resize(640, 300);
+  form.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));
+  form.activateWindow();
+  g.mfgData.SetActiveCell(1, 1);
+  grid->surfaceView()->setFocus();
+  grid->syncNow();
+  auto typeKeys = [&](const char* keys) {
+    for (const char* k = keys; *k; ++k) {
+      QTest::keyClick(QApplication::focusWidget(), *k);
+      grid->syncNow();
+    }
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    grid->syncNow();
+  };
+  typeKeys("ab");
+  EXPECT_NE(QApplication::focusWidget(), other);
+  typeKeys("cd");
+  EXPECT_EQ(g.GETText(1, 1), "ab");
+  EXPECT_EQ(g.GETText(1, 2), "cd");
 }

@@ -64,19 +64,24 @@ QWidget* makeInvoicePage(const SampleDatabase& db, QWidget* parent) {
   grid->setObjectName(QStringLiteral("grdInvoice"));
   layout->addWidget(grid, 1);
 
-  tq7::GridEditor& g = grid->grid();
   const QString conn = db.connectionString();
-  declare(g);
-  g.SetData(QStringLiteral("รายการใบแจ้งหนี้"), QStringLiteral("InvoiceLine"),
-            QStringLiteral("InvoiceNo='%1'").arg(QString::fromLatin1(kSampleInvoice)), QStringLiteral("LineID"),
-            QString(), 0, conn, conn);
-  g.SetLast3(db.folder, QStringLiteral("grdInvoice"), QStringLiteral("1"), conn, conn);
-  g.setEditStatus(true);
-  g.setEditStatusShowAddButton(true);
-  g.setEditStatusShowRemoveButton(true);
-  g.FillData3();
-  // The colours of the paid and unpaid lines, explained by the legend button under the grid.
-  g.SetLegend(QStringLiteral("Paid,Unpaid"), conn, conn);
+  // The whole set-up, in the control's order; run again after a save, since a load into a grid that
+  // already holds records goes on behind them.
+  auto load = [grid, conn, folder = db.folder] {
+    tq7::GridEditor& g = grid->grid();
+    declare(g);
+    g.SetData(QStringLiteral("รายการใบแจ้งหนี้"), QStringLiteral("InvoiceLine"),
+              QStringLiteral("InvoiceNo='%1'").arg(QString::fromLatin1(kSampleInvoice)), QStringLiteral("LineID"),
+              QString(), 0, conn, conn);
+    g.SetLast3(folder, QStringLiteral("grdInvoice"), QStringLiteral("1"), conn, conn);
+    g.setEditStatus(true);
+    g.setEditStatusShowAddButton(true);
+    g.setEditStatusShowRemoveButton(true);
+    g.FillData3();
+    // The colours of the paid and unpaid lines, explained by the legend button under the grid.
+    g.SetLegend(QStringLiteral("Paid,Unpaid"), conn, conn);
+  };
+  load();
 
   // F3 adds a line, F5 removes one; Save asks the grid and writes the lines back.
   auto* bar = new QHBoxLayout;
@@ -87,8 +92,10 @@ QWidget* makeInvoicePage(const SampleDatabase& db, QWidget* parent) {
   bar->addWidget(save);
   bar->addWidget(status, 1);
   layout->addLayout(bar);
-  QObject::connect(save, &QPushButton::clicked, page, [grid, status, conn] {
-    status->setText(saveInvoice(grid->grid(), conn, QString::fromLatin1(kSampleInvoice)));
+  QObject::connect(save, &QPushButton::clicked, page, [grid, status, conn, load] {
+    const QString answer = saveInvoice(grid->grid(), conn, QString::fromLatin1(kSampleInvoice));
+    status->setText(answer);
+    if (answer.startsWith(QString::fromUtf8("บันทึกแล้ว"))) load();
   });
   return page;
 }

@@ -27,8 +27,9 @@ QString saveInvoice(tq7::GridEditor& g, const QString& connection, const QString
     const QString state = g.TextMatrix(r, -988);
     if (state != QLatin1String("E")) continue;
     ++live;
+    // -1 is a complete record whose key is still blank: a new line, which the table numbers itself.
     const int16_t status = g.CheckRecordStatus(r);
-    if (status < 0) {
+    if (status == -2 || status == -3) {
       // Name the first required column of the record that is empty, and put the cursor there.
       int32_t column = 2;
       for (int32_t c = 1; c <= 10; ++c)
@@ -70,7 +71,6 @@ QString saveInvoice(tq7::GridEditor& g, const QString& connection, const QString
     }
   }
   db.Close();
-  g.FillData3();
   return QStringLiteral("บันทึกแล้ว %1 รายการ, ลบ %2 รายการ · Saved %1 lines, removed %2").arg(written).arg(removed);
 }
 

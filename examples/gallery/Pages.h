@@ -20,7 +20,7 @@ QWidget* makeFieldTypesPage(const QString& folder, QWidget* parent = nullptr);
 QWidget* makeInvoicePage(const SampleDatabase& db, QWidget* parent = nullptr);
 
 // Checks the invoice grid's records and, when all is well, writes them back to the table; answers
-// the message to show.
+// the message to show, which begins with "บันทึกแล้ว" when the lines were written.
 QString saveInvoice(tq7::GridEditor& grid, const QString& connection, const QString& invoiceNo);
 
 }  // namespace gallery

@@ -8,8 +8,11 @@
 #include "host/QtPlatform.h"
 
 #include "host/GridEditorWidget.h"
+#include "host/SurfaceView.h"
 
 #include <QApplication>
+#include <QKeyEvent>
+#include <QPushButton>
 #include <QDir>
 #include <QMainWindow>
 #include <QTabWidget>
@@ -33,6 +36,15 @@ const Page kPages[] = {
 // window lays out over several turns.
 void settle() {
   for (int i = 0; i < 5; ++i) QApplication::processEvents();
+}
+
+// One key pressed and released where the keyboard is, as the window system would deliver it.
+void type(QWidget* fallback, int qtKey, const QString& text = QString()) {
+  QKeyEvent press(QEvent::KeyPress, qtKey, Qt::NoModifier, text);
+  QApplication::sendEvent(QApplication::focusWidget() ? QApplication::focusWidget() : fallback, &press);
+  QKeyEvent release(QEvent::KeyRelease, qtKey, Qt::NoModifier, text);
+  QApplication::sendEvent(QApplication::focusWidget() ? QApplication::focusWidget() : fallback, &release);
+  settle();
 }
 
 int screenshots(QMainWindow& window, QTabWidget& tabs, const QString& dir) {
@@ -67,6 +79,22 @@ int screenshots(QMainWindow& window, QTabWidget& tabs, const QString& dir) {
     invoice->grid().setRecord(3);
     invoice->grid().cmdDelete_Click();
     shoot(QStringLiteral("03-invoice-line-removed.png"));
+    // A clerk at the keyboard: F3 adds a line, then code, Thai name, quantity, price and date are
+    // typed and confirmed with Enter; the next column that takes input follows each confirmation.
+    // Save then asks the grid and writes the lines back.
+    QApplication::setActiveWindow(&window);
+    invoice->surfaceView()->setFocus();
+    settle();
+    type(invoice, Qt::Key_F3);
+    type(invoice, Qt::Key_Right);
+    for (const QString& entry : {QStringLiteral("SG-002"), QString::fromUtf8("น้ำตาลทรายแดง 1 กก."),
+                                 QStringLiteral("4"), QStringLiteral("31.5"), QStringLiteral("28/3/2567")}) {
+      for (const QChar ch : entry) type(invoice, 0, QString(ch));
+      type(invoice, Qt::Key_Return);
+    }
+    shoot(QStringLiteral("04-invoice-line-typed.png"));
+    if (auto* save = window.findChild<QPushButton*>(QStringLiteral("cmdSave"))) save->click();
+    shoot(QStringLiteral("05-invoice-saved.png"));
   }
   out.flush();
   return failed ? 1 : 0;

@@ -103,3 +103,31 @@ TEST_F(GridOnForm, KeysAndClicksReachTheGridAndThePleaseWaitScreenShows) {
   EXPECT_FALSE(wait->isVisible());
   EXPECT_TRUE(w.surfaceView()->isVisible());
 }
+
+TEST_F(GridOnForm, FunctionKeysReshapeTheRecords) {
+  QWidget* keys = w.surfaceView();
+  g.setRecord(1);
+  g.setColumn(1);
+  g.SetText(1, 1, "first");
+  QTest::keyClick(keys, Qt::Key_F3);  // append
+  QTest::keyClick(keys, Qt::Key_F3);
+  ASSERT_EQ(g.Rows(), 3);
+  g.SetText(2, 1, "second");
+  g.SetText(3, 1, "third");
+  g.setRecord(3);
+  QTest::keyClick(keys, Qt::Key_F11);  // up
+  EXPECT_EQ(g.GETText(2, 1), "third");
+  EXPECT_EQ(g.Record(), 2);
+  QTest::keyClick(keys, Qt::Key_F12);  // down again
+  EXPECT_EQ(g.GETText(3, 1), "third");
+  g.setRecord(1);
+  QTest::keyClick(keys, Qt::Key_F3, Qt::ShiftModifier);  // insert before
+  EXPECT_EQ(g.Rows(), 4);
+  EXPECT_EQ(g.GETText(2, 1), "first");
+  EXPECT_EQ(g.Record(), 1);
+  g.setRecord(2);
+  QTest::keyClick(keys, Qt::Key_F5);  // remove
+  EXPECT_EQ(g.TextMatrix(2, -988), "D");
+  w.syncNow();
+  EXPECT_FALSE(w.surfaceView()->cellRect(1, 2).isValid());  // its row is gone from the screen
+}

@@ -1,5 +1,6 @@
 // Typing into a cell on a Qt form: the editor opens over the cell, takes the keyboard, commits
 // with Enter and drops the input with Escape; the committed cell shows ink.
+#include "GridPixels.h"
 #include "companion/VbText.h"
 #include "host/DateTimeViewWidget.h"
 #include "host/GridEditorWidget.h"
@@ -57,14 +58,9 @@ struct CellEditing : ::testing::Test {
   }
   int ink(const QRect& r) {
     w.syncNow();
-    const QImage img = w.grab().toImage();
-    int n = 0;
-    for (int y = r.top(); y <= r.bottom(); ++y)
-      for (int x = r.left(); x <= r.right(); ++x)
-        if (qGray(img.pixel(x, y)) < 100) ++n;
-    return n;
+    return pixels::ink(w.grab().toImage(), r);
   }
-  QRect onWidget(const QRect& cell) { return cell.translated(w.surfaceView()->viewport()->mapTo(&w, QPoint(0, 0))); }
+  QRect onWidget(const QRect& cell) { return pixels::onWidget(w, cell); }
 };
 
 }  // namespace

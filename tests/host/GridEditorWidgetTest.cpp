@@ -1,5 +1,6 @@
 // The grid on a Qt form: real mouse and key events reach the core, and what the core shows is
 // read back from the widget's pixels.
+#include "GridPixels.h"
 #include "host/GridEditorWidget.h"
 #include "host/SurfaceView.h"
 
@@ -34,14 +35,8 @@ struct GridOnForm : ::testing::Test {
     w.syncNow();
     return w.grab().toImage();
   }
-  int ink(const QImage& img, const QRect& r) {
-    int n = 0;
-    for (int y = r.top(); y <= r.bottom(); ++y)
-      for (int x = r.left(); x <= r.right(); ++x)
-        if (qGray(img.pixel(x, y)) < 100) ++n;
-    return n;
-  }
-  QRect onWidget(const QRect& cell) { return cell.translated(w.surfaceView()->viewport()->mapTo(&w, QPoint(0, 0))); }
+  int ink(const QImage& img, const QRect& r) { return pixels::ink(img, r); }
+  QRect onWidget(const QRect& cell) { return pixels::onWidget(w, cell); }
 };
 
 }  // namespace

@@ -114,17 +114,23 @@ void MonthCalendarView::paintEvent(QPaintEvent*) {
   }
 }
 
+// The arrows of the title turn the page; true when the press was on one of them.
+bool MonthCalendarView::turnPage(const QPoint& pos) {
+  if (previousRect().contains(pos))
+    state_.PreviousMonth();
+  else if (nextRect().contains(pos))
+    state_.NextMonth();
+  else
+    return false;
+  return true;
+}
+
 void MonthCalendarView::mousePressEvent(QMouseEvent* e) {
   setFocus(Qt::MouseFocusReason);
   if (e->button() != Qt::LeftButton) return;
   const QPoint pos = e->position().toPoint();
   double date = 0;
-  if (previousRect().contains(pos))
-    state_.PreviousMonth();
-  else if (nextRect().contains(pos))
-    state_.NextMonth();
-  else if (dayAt(pos, date))
-    state_.inputClick(date);
+  if (!turnPage(pos) && dayAt(pos, date)) state_.inputClick(date);
   update();
 }
 
@@ -133,12 +139,7 @@ void MonthCalendarView::mouseDoubleClickEvent(QMouseEvent* e) {
   const QPoint pos = e->position().toPoint();
   double date = 0;
   // A quick second press on an arrow turns the page again, as a click would.
-  if (previousRect().contains(pos))
-    state_.PreviousMonth();
-  else if (nextRect().contains(pos))
-    state_.NextMonth();
-  else if (dayAt(pos, date))
-    state_.inputDblClick(date);
+  if (!turnPage(pos) && dayAt(pos, date)) state_.inputDblClick(date);
   update();
 }
 
@@ -206,17 +207,10 @@ QWidget* DateTimeViewWidget::widgetOf(Widget* state) const {
   return nullptr;
 }
 
-void DateTimeViewWidget::scheduleSync() {
-  if (syncPending_ || syncing_) return;
-  syncPending_ = true;
-  QTimer::singleShot(0, this, [this] {
-    if (syncPending_) syncNow();
-  });
-}
+void DateTimeViewWidget::scheduleSync() { sync_.request(); }
 
 void DateTimeViewWidget::syncNow() {
-  syncPending_ = false;
-  syncing_ = true;
+  const CoalescedSync::Run run(sync_);
   const QSize fixed(twipsToPixels(view_.Width()), twipsToPixels(view_.Height()));
   if (size() != fixed) setFixedSize(fixed);
 
@@ -245,7 +239,6 @@ void DateTimeViewWidget::syncNow() {
     if (wanted && wanted != focused && wanted->isVisible()) wanted->setFocus(Qt::OtherFocusReason);
   }
   calendar_->update();
-  syncing_ = false;
 }
 
 void DateTimeViewWidget::resizeEvent(QResizeEvent* e) {

@@ -39,6 +39,7 @@ class MonthCalendarView : public QWidget {
   int namesHeight() const;
   QRect cellRect(int row, int column) const;
   bool dayAt(const QPoint& p, double& date) const;
+  bool turnPage(const QPoint& pos);
 
   MonthCalendar& state_;
 };
@@ -89,8 +90,7 @@ class DateTimeViewWidget : public QWidget, private DateTimeViewEvents {
   QPushButton* ok_ = nullptr;
   DateTimeViewEvents* appListener_ = nullptr;
   int shownSelStart_ = -1, shownSelLength_ = -1;
-  bool syncPending_ = false;
-  bool syncing_ = false;
+  CoalescedSync sync_{this, [this] { syncNow(); }};
 };
 
 }  // namespace tq7

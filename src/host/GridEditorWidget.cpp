@@ -39,17 +39,10 @@ GridEditorWidget::GridEditorWidget(QWidget* parent) : QWidget(parent), mirror_(t
 
 GridEditorWidget::~GridEditorWidget() { grid_.setChangeCallback(nullptr); }
 
-void GridEditorWidget::scheduleSync() {
-  if (syncPending_ || syncing_) return;
-  syncPending_ = true;
-  QTimer::singleShot(0, this, [this] {
-    if (syncPending_) syncNow();
-  });
-}
+void GridEditorWidget::scheduleSync() { sync_.request(); }
 
 void GridEditorWidget::syncNow() {
-  syncPending_ = false;
-  syncing_ = true;
+  const CoalescedSync::Run run(sync_);
   // Hiding the overlay that has the keyboard hands the keyboard to the next widget of the form;
   // when it was inside the grid before this sync, it stays with the grid's focused child.
   QWidget* const before = QApplication::focusWidget();
@@ -58,12 +51,7 @@ void GridEditorWidget::syncNow() {
   dateTimeMirror_->sync();
   monthYearMirror_->sync();
   view_->sync();
-  followFocus();
-  // The core's focus decides which widget has the keyboard.
-  if (hasFocus() || (view_->hasFocus() && grid_.focusedChild() != &grid_.mfgData)) {
-    if (grid_.focusedChild() == &grid_.mfgData && view_->isVisible()) view_->setFocus(Qt::OtherFocusReason);
-  }
-  syncing_ = false;
+  followFocus();  // the core's focus decides which widget has the keyboard
 }
 
 void GridEditorWidget::resizeEvent(QResizeEvent* e) {

@@ -80,9 +80,8 @@ class GridEditorWidget : public QWidget, private GridEditorEvents {
   WidgetMirror mirror_;
   SurfaceView* view_ = nullptr;
   GridEditorEvents* appListener_ = nullptr;
-  bool syncPending_ = false;
+  CoalescedSync sync_{this, [this] { syncNow(); }};
   bool keyboardWasInside_ = false;
-  bool syncing_ = false;
   QLineEdit* text_ = nullptr;
   QListWidget* list1_ = nullptr;
   MonthCalendarView* monthView1_ = nullptr;

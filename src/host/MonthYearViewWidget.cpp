@@ -77,17 +77,10 @@ MonthYearViewWidget::~MonthYearViewWidget() {
   view_.setListener(nullptr);
 }
 
-void MonthYearViewWidget::scheduleSync() {
-  if (syncPending_ || syncing_) return;
-  syncPending_ = true;
-  QTimer::singleShot(0, this, [this] {
-    if (syncPending_) syncNow();
-  });
-}
+void MonthYearViewWidget::scheduleSync() { sync_.request(); }
 
 void MonthYearViewWidget::syncNow() {
-  syncPending_ = false;
-  syncing_ = true;
+  const CoalescedSync::Run run(sync_);
   const QSize fixed(twipsToPixels(view_.Width()), twipsToPixels(view_.Height()));
   if (size() != fixed) setFixedSize(fixed);
   {
@@ -108,7 +101,6 @@ void MonthYearViewWidget::syncNow() {
   previous_->setFont(toQFont(view_.cmdPrevious.Font()));
   next_->setFont(toQFont(view_.cmdNext.Font()));
   if (list_->currentItem()) list_->scrollToItem(list_->currentItem());
-  syncing_ = false;
 }
 
 void MonthYearViewWidget::resizeEvent(QResizeEvent* e) {

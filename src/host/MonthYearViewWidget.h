@@ -55,8 +55,7 @@ class MonthYearViewWidget : public QWidget, private MonthYearViewEvents {
   QPushButton* next_ = nullptr;
   QListWidget* list_ = nullptr;
   MonthYearViewEvents* appListener_ = nullptr;
-  bool syncPending_ = false;
-  bool syncing_ = false;
+  CoalescedSync sync_{this, [this] { syncNow(); }};
 };
 
 }  // namespace tq7

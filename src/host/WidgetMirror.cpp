@@ -11,10 +11,19 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QToolBar>
+#include <QTimer>
 #include <QToolButton>
 #include <cmath>
 
 namespace tq7 {
+
+void CoalescedSync::request() {
+  if (pending_ || running_) return;
+  pending_ = true;
+  QTimer::singleShot(0, context_, [this] {
+    if (pending_) sync_();
+  });
+}
 
 int twipsToPixels(double twips) { return int(std::lround(twips / TwipsPerPixel)); }
 double pixelsToTwips(int pixels) { return pixels * TwipsPerPixel; }

@@ -17,6 +17,34 @@ class QToolBar;
 
 namespace tq7 {
 
+// One sync per turn of the event loop, however many core changes ask for it; changes made while
+// the sync runs ask for none.
+class CoalescedSync {
+ public:
+  CoalescedSync(QObject* context, std::function<void()> sync) : context_(context), sync_(std::move(sync)) {}
+  void request();
+  // Brackets one sync: it answers a pending request, and requests inside it are dropped.
+  class Run {
+   public:
+    explicit Run(CoalescedSync& s) : s_(s) {
+      s_.pending_ = false;
+      s_.running_ = true;
+    }
+    ~Run() { s_.running_ = false; }
+    Run(const Run&) = delete;
+    Run& operator=(const Run&) = delete;
+
+   private:
+    CoalescedSync& s_;
+  };
+
+ private:
+  QObject* context_;
+  std::function<void()> sync_;
+  bool pending_ = false;
+  bool running_ = false;
+};
+
 int twipsToPixels(double twips);
 double pixelsToTwips(int pixels);
 

@@ -30,7 +30,8 @@ SpreadSurface::SpreadSurface(QString name) : GridSurface(std::move(name)) {
   static int32_t nextHandle = 0x10000;
   hwnd_ = nextHandle += 4;
   sheet_.mask = (1u << PCount) - 1;
-  intern(QString());  // text 0 is the empty text
+  strings_.append(QString());  // text 0 is the empty text
+  stringIndex_.insert(QString(), 0);
   sheet_.v[PCellType] = uint16_t(celltype::StaticText);
   sheet_.v[PBack] = syscolor::Window;
   sheet_.v[PFore] = syscolor::WindowText;
@@ -54,12 +55,11 @@ void SpreadSurface::setMaxRows(int32_t n) {
   if (n < old) {
     const size_t keep = size_t(rowSlot(n)) + 1;
     for (auto& c : columns_)
-      if (c && c->text.size() > keep) c->text.resize(keep);
+      if (c && c->size > keep) c->cut(keep);
     if (rowStyles_.size() > keep) rowStyles_.resize(keep);
     auto beyond = [n](quint64 k) { return int32_t(uint32_t(k >> 32)) - 2000 > n; };
     for (auto& holder : cellStyles_) {
-      if (!holder) continue;
-      for (auto& runs : holder->runs) {
+      for (auto& runs : holder.runs) {
         while (!runs.empty() && runs.back().r1 > n) runs.pop_back();
         if (!runs.empty() && runs.back().r2 > n) runs.back().r2 = n;
       }
@@ -81,11 +81,13 @@ void SpreadSurface::setMaxCols(int32_t n) {
   if (n == old) return;
   colWidth_.resize(size_t(n) + 1, defaultColWidth_);
   colHidden_.resize(size_t(n) + 1, 0);
+  cellStyles_.resize(size_t(colSlot(n)) + 1);
+  ++levelWrites_;
+  ++headerTextEdits_;
   if (n < old) {
     columns_.resize(std::min(columns_.size(), size_t(colSlot(n)) + 1));
     colStyles_.resize(std::min(colStyles_.size(), size_t(colSlot(n)) + 1));
     auto beyond = [n](quint64 k) { return int32_t(uint32_t(k & 0xFFFFFFFFu)) - 2000 > n; };
-    cellStyles_.resize(std::min(cellStyles_.size(), size_t(colSlot(n)) + 1));
     for (auto it = values_.begin(); it != values_.end();) it = beyond(it.key()) ? values_.erase(it) : std::next(it);
     if (activeCol_ > n) activeCol_ = std::max(n, 1);
   }
@@ -256,6 +258,7 @@ void SpreadSurface::setRowHidden(bool h) {
 // ---- Styles: the latest write wins -------------------------------------------------------------
 
 uint64_t SpreadSurface::intern(const QString& s) {
+  if (s.isEmpty()) return 0;  // text 0
   auto it = stringIndex_.constFind(s);
   if (it != stringIndex_.constEnd()) return it.value();
   const uint64_t i = uint64_t(strings_.size());
@@ -268,8 +271,8 @@ const QString& SpreadSurface::text(uint64_t v) const { return strings_.at(qsizet
 
 const SpreadSurface::Run* SpreadSurface::findRun(int32_t col, int32_t row, Prop p) const {
   const int cs = colSlot(col);
-  if (cs < 0 || size_t(cs) >= cellStyles_.size() || !cellStyles_[size_t(cs)]) return nullptr;
-  const auto& runs = cellStyles_[size_t(cs)]->runs[p];
+  if (cs < 0 || size_t(cs) >= cellStyles_.size()) return nullptr;
+  const auto& runs = cellStyles_[size_t(cs)].runs[p];
   if (runs.empty()) return nullptr;
   // Last run that starts at or before the row.
   auto it = std::upper_bound(runs.begin(), runs.end(), row, [](int32_t r, const Run& run) { return r < run.r1; });
@@ -298,6 +301,13 @@ uint64_t SpreadSurface::levelValue(int32_t col, int32_t row, Prop p, uint32_t& s
   return best;
 }
 
+void SpreadSurface::takeLevels(ColumnStyles& c, int32_t col) {
+  uint32_t stamp = 0;
+  // A row beyond the last has no settings of its own.
+  for (int p = 0; p < PCount; ++p) c.level[size_t(p)] = levelValue(col, maxRows_ + 1, Prop(p), stamp);
+  c.taken = levelWrites_;
+}
+
 uint64_t SpreadSurface::resolve(int32_t col, int32_t row, Prop p) const {
   col = normCol(col);
   row = normRow(row);
@@ -308,11 +318,7 @@ uint64_t SpreadSurface::resolve(int32_t col, int32_t row, Prop p) const {
 }
 
 void SpreadSurface::writeCellRun(int32_t col, int32_t row, Prop p, uint64_t v) {
-  const size_t cs = size_t(colSlot(col));
-  if (cs >= cellStyles_.size()) cellStyles_.resize(cs + 1);
-  auto& holder = cellStyles_[cs];
-  if (!holder) holder = std::make_unique<ColumnStyles>();
-  auto& runs = holder->runs[p];
+  auto& runs = cellStyles_[size_t(colSlot(col))].runs[p];
   auto it = std::upper_bound(runs.begin(), runs.end(), row, [](int32_t r, const Run& run) { return r < run.r1; });
   // Growing the run just above keeps its stamp, which is exact while no row, column or sheet
   // write of this property came after that run was last written.
@@ -348,16 +354,15 @@ void SpreadSurface::writePropAt(int32_t col, int32_t row, Prop p, uint64_t v) {
   row = normRow(row);
   if (row != -1 && col != -1) {
     if (!validCol(col) || !validRow(row)) return;
-    const size_t cs = size_t(colSlot(col));
-    std::vector<Run>* runs = cs < cellStyles_.size() && cellStyles_[cs] ? &cellStyles_[cs]->runs[p] : nullptr;
-    if (!runs || runs->empty() || row > runs->back().r2) {
+    std::vector<Run>& runs = cellStyles_[size_t(colSlot(col))].runs[p];
+    if (runs.empty() || row > runs.back().r2) {
       // A row below every run of the column, as each new row is.
       // A cell that holds nothing of its own and would get the value it already shows needs no
       // entry: nothing written before this moment can win over it later.
       uint32_t stamp = 0;
       if (levelValue(col, row, p, stamp) == v) return;
-      if (runs && !runs->empty()) {
-        Run& last = runs->back();
+      if (!runs.empty()) {
+        Run& last = runs.back();
         if (last.r2 == row - 1 && last.v == v && levelStamp_[p] < last.stamp) {
           last.r2 = row;
           return;
@@ -383,38 +388,16 @@ void SpreadSurface::writePropAt(int32_t col, int32_t row, Prop p, uint64_t v) {
   s.mask |= 1u << p;
   s.stamp[p] = ++stamp_;
   levelStamp_[p] = stamp_;
+  ++levelWrites_;
 }
 
-void SpreadSurface::writeProp(Prop p, uint64_t v) {
-  // One data cell in a row below every run of its column: what each new row gets from its
-  // column defaults. Either nothing to keep, or one more row for the run above it.
+void SpreadSurface::writePropSlow(Prop p, uint64_t v) {
+  // A data cell below every run of its column that shows the value already: nothing to keep,
+  // nothing to repaint.
   if (!blockMode_ && row_ > 0 && col_ > 0 && row_ <= maxRows_ && col_ <= maxCols_) {
-    const size_t cs = size_t(colSlot(col_));
-    ColumnStyles* holder = cs < cellStyles_.size() ? cellStyles_[cs].get() : nullptr;
-    std::vector<Run>* runs = holder ? &holder->runs[p] : nullptr;
-    if (!runs || runs->empty() || row_ > runs->back().r2) {
-      uint32_t stamp = sheet_.stamp[p];
-      uint64_t level = sheet_.v[p];
-      const uint32_t bit = 1u << p;
-      if (cs < colStyles_.size()) {
-        if (const Style* c = colStyles_[cs].get(); c && (c->mask & bit) && c->stamp[p] > stamp) {
-          stamp = c->stamp[p];
-          level = c->v[p];
-        }
-      }
-      if (const size_t rs = size_t(rowSlot(row_)); rs < rowStyles_.size()) {
-        if (const Style* r = rowStyles_[rs].get(); r && (r->mask & bit) && r->stamp[p] > stamp) level = r->v[p];
-      }
-      if (level == v) return;
-      if (runs && !runs->empty()) {
-        Run& last = runs->back();
-        if (last.r2 == row_ - 1 && last.v == v && levelStamp_[p] < last.stamp) {
-          last.r2 = row_;
-          changed();
-          return;
-        }
-      }
-    }
+    const auto& runs = cellStyles_[size_t(colSlot(col_))].runs[p];
+    uint32_t stamp = 0;
+    if ((runs.empty() || row_ > runs.back().r2) && levelValue(col_, row_, p, stamp) == v) return;
   }
   if (!blockMode_) {
     writePropAt(col_, row_, p, v);
@@ -438,25 +421,16 @@ void SpreadSurface::writeProp(Prop p, uint64_t v) {
 }
 
 bool SpreadSurface::Lock() const { return resolve(col_, row_, PLock) != 0; }
-void SpreadSurface::setLock(bool l) { writeProp(PLock, l); }
 int16_t SpreadSurface::CellType() const { return int16_t(resolve(col_, row_, PCellType)); }
-void SpreadSurface::setCellType(int16_t t) { writeProp(PCellType, uint16_t(t)); }
 int16_t SpreadSurface::TypeHAlign() const { return int16_t(resolve(col_, row_, PHAlign)); }
-void SpreadSurface::setTypeHAlign(int16_t a) { writeProp(PHAlign, uint16_t(a)); }
 int16_t SpreadSurface::TypeVAlign() const { return int16_t(resolve(col_, row_, PVAlign)); }
-void SpreadSurface::setTypeVAlign(int16_t a) { writeProp(PVAlign, uint16_t(a)); }
 int16_t SpreadSurface::TypeTextOrient() const { return int16_t(resolve(col_, row_, POrient)); }
-void SpreadSurface::setTypeTextOrient(int16_t o) { writeProp(POrient, uint16_t(o)); }
 bool SpreadSurface::TypeEditMultiLine() const { return resolve(col_, row_, PMultiLine) != 0; }
-void SpreadSurface::setTypeEditMultiLine(bool m) { writeProp(PMultiLine, m); }
 QString SpreadSurface::TypeCheckText() const { return text(resolve(col_, row_, PCheckText)); }
 void SpreadSurface::setTypeCheckText(const QString& t) { writeProp(PCheckText, intern(t)); }
 Colour SpreadSurface::BackColor() const { return Colour(resolve(col_, row_, PBack)); }
-void SpreadSurface::setBackColor(Colour c) { writeProp(PBack, c); }
 Colour SpreadSurface::ForeColor() const { return Colour(resolve(col_, row_, PFore)); }
-void SpreadSurface::setForeColor(Colour c) { writeProp(PFore, c); }
 bool SpreadSurface::FontBold() const { return resolve(col_, row_, PBold) != 0; }
-void SpreadSurface::setFontBold(bool b) { writeProp(PBold, b); }
 QString SpreadSurface::FontName() const {
   const QString& n = text(resolve(col_, row_, PFontName));
   return n.isEmpty() ? Font().Name : n;
@@ -498,7 +472,7 @@ void SpreadSurface::setFormula(const QString& f) {
   changed();
 }
 QString SpreadSurface::CellNote() const { return notes_.value(cellKey(normCol(col_), normRow(row_))).text; }
-void SpreadSurface::setCellNote(const QString& n) {
+void SpreadSurface::writeNote(const QString& n) {
   const quint64 k = cellKey(normCol(col_), normRow(row_));
   if (n.isEmpty()) {
     auto it = notes_.find(k);
@@ -544,8 +518,21 @@ void SpreadSurface::setGridShowVert(bool b) {
 
 const QString SpreadSurface::emptyText_;
 
+void SpreadSurface::Column::reach(size_t rs) {
+  while (blocks.size() * kBlock <= rs) blocks.push_back(std::make_unique<QString[]>(kBlock));
+  size = std::max(size, rs + 1);
+}
+
+void SpreadSurface::Column::cut(size_t keep) {
+  const size_t kept = (keep + kBlock - 1) / kBlock;
+  for (size_t rs = keep; rs < std::min(size, kept * kBlock); ++rs) at(rs).clear();
+  if (blocks.size() > kept) blocks.resize(kept);
+  size = std::min(size, keep);
+}
+
 void SpreadSurface::SetText(int32_t Col, int32_t Row, const QString& text) {
   if (!validCol(Col) || !validRow(Row)) return;
+  if (Row < 0) ++headerTextEdits_;
   const size_t cs = size_t(colSlot(Col));
   const size_t rs = size_t(rowSlot(Row));
   if (cs >= columns_.size()) columns_.resize(cs + 1);
@@ -554,14 +541,11 @@ void SpreadSurface::SetText(int32_t Col, int32_t Row, const QString& text) {
     if (text.isEmpty()) return;  // an empty text in a column never written costs nothing
     column = std::make_unique<Column>();
   }
-  auto& t = column->text;
-  if (rs >= t.size()) {
+  if (rs >= column->size) {
     if (text.isEmpty()) return;
-    // Grow geometrically so that a load that writes row by row stays linear.
-    if (rs >= t.capacity()) t.reserve(std::max(rs + 1, t.capacity() * 2));
-    t.resize(rs + 1);
+    column->reach(rs);
   }
-  t[rs] = text;
+  column->at(rs) = text;
   changed();
 }
 

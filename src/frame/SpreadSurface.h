@@ -60,29 +60,29 @@ class SpreadSurface final : public GridSurface {
   void setRowHidden(bool h) override;
 
   bool Lock() const override;
-  void setLock(bool l) override;
+  void setLock(bool l) override { writeProp(PLock, l); }
   int16_t CellType() const override;
-  void setCellType(int16_t t) override;
+  void setCellType(int16_t t) override { writeProp(PCellType, uint16_t(t)); }
   double Value() const override;
   void setValue(double v) override;
   int16_t TypeHAlign() const override;
-  void setTypeHAlign(int16_t a) override;
+  void setTypeHAlign(int16_t a) override { writeProp(PHAlign, uint16_t(a)); }
   int16_t TypeVAlign() const override;
-  void setTypeVAlign(int16_t a) override;
+  void setTypeVAlign(int16_t a) override { writeProp(PVAlign, uint16_t(a)); }
   int16_t TypeTextOrient() const override;
-  void setTypeTextOrient(int16_t o) override;
+  void setTypeTextOrient(int16_t o) override { writeProp(POrient, uint16_t(o)); }
   bool TypeEditMultiLine() const override;
-  void setTypeEditMultiLine(bool m) override;
+  void setTypeEditMultiLine(bool m) override { writeProp(PMultiLine, m); }
   QString TypeCheckText() const override;
   void setTypeCheckText(const QString& t) override;
   void setTypeNumberFormat(const QString& thousands, const QString& decimal, bool hideZero,
                            int16_t negativeStyle) override;
   Colour BackColor() const override;
-  void setBackColor(Colour c) override;
+  void setBackColor(Colour c) override { writeProp(PBack, c); }
   Colour ForeColor() const override;
-  void setForeColor(Colour c) override;
+  void setForeColor(Colour c) override { writeProp(PFore, c); }
   bool FontBold() const override;
-  void setFontBold(bool b) override;
+  void setFontBold(bool b) override { writeProp(PBold, b); }
   QString FontName() const override;
   void setFontName(const QString& n) override;
   double FontSize() const override;
@@ -90,7 +90,10 @@ class SpreadSurface final : public GridSurface {
   QString Formula() const override;
   void setFormula(const QString& f) override;
   QString CellNote() const override;
-  void setCellNote(const QString& n) override;
+  void setCellNote(const QString& n) override {
+    if (n.isEmpty() && notes_.isEmpty()) return;  // nothing to clear: no entry, no repaint
+    writeNote(n);
+  }
   int16_t CellNoteIndicator() const override;
   void setCellNoteIndicator(int16_t i) override;
   int16_t CellNoteIndicatorShape() const override;
@@ -111,11 +114,14 @@ class SpreadSurface final : public GridSurface {
     if (!validCol(Col) || !validRow(Row)) return emptyText_;
     const size_t cs = size_t(colSlot(Col));
     if (cs >= columns_.size() || !columns_[cs]) return emptyText_;
-    const auto& t = columns_[cs]->text;
+    const Column& t = *columns_[cs];
     const size_t rs = size_t(rowSlot(Row));
-    return rs < t.size() ? t[rs] : emptyText_;
+    return rs < t.size ? t.at(rs) : emptyText_;
   }
   void SetText(int32_t Col, int32_t Row, const QString& text) override;
+  // Counts the changes that may alter a header line's text (a write to one, a change of MaxCols):
+  // whoever keeps what the header texts say knows by it when to read them again.
+  uint32_t headerTextEdits() const { return headerTextEdits_; }
   void AddCellSpan(int32_t Col, int32_t Row, int32_t NumCols, int32_t NumRows) override;
   bool GetCellPos(int32_t Col, int32_t Row, double& x, double& y, double& w, double& h) const override;
 
@@ -219,8 +225,13 @@ class SpreadSurface final : public GridSurface {
     uint32_t stamp;
     uint64_t v;
   };
+  // A column's cell settings, and what its data cells resolve to below them when their row has
+  // no setting of its own: the latest of the sheet's and the column's writes, taken anew after
+  // any sheet, column or row write.
   struct ColumnStyles {
     std::array<std::vector<Run>, PCount> runs;
+    uint32_t taken = 0;  // levelWrites_ when `level` was taken; 0: never
+    std::array<uint64_t, PCount> level{};
   };
   struct Note {
     QString text;
@@ -228,8 +239,18 @@ class SpreadSurface final : public GridSurface {
     int16_t shape = 0;
     Colour colour = 0x0000FF;
   };
+  // A column's texts by row slot, in blocks of a fixed size: a column that grows row by row
+  // never moves what it holds, and a read is two indexes.
   struct Column {
-    std::vector<QString> text;  // by row slot; grows on write
+    static constexpr size_t kBlock = 4096;
+    std::vector<std::unique_ptr<QString[]>> blocks;
+    size_t size = 0;  // slots that may hold a text; the rest read empty
+    QString& at(size_t rs) { return blocks[rs / kBlock][rs % kBlock]; }
+    const QString& at(size_t rs) const { return blocks[rs / kBlock][rs % kBlock]; }
+    // Makes the slot writable.
+    void reach(size_t rs);
+    // Empties every slot from `keep` on and gives back the blocks that held only those.
+    void cut(size_t keep);
   };
 
   static quint64 cellKey(int32_t col, int32_t row) {
@@ -259,7 +280,35 @@ class SpreadSurface final : public GridSurface {
   uint64_t resolve(int32_t col, int32_t row, Prop p) const;
   // The value of the sheet, column and row levels alone, with the stamp it was written at.
   uint64_t levelValue(int32_t col, int32_t row, Prop p, uint32_t& stamp) const;
-  void writeProp(Prop p, uint64_t v);
+  void takeLevels(ColumnStyles& c, int32_t col);
+  void writeNote(const QString& n);
+  // A write to the pointed cells. A data cell below every cell setting of its column, in a row
+  // with no setting of its own, that gets what the sheet and its column give it already changes
+  // nothing; such are most of the defaults each new row gets, so they are told apart first, from
+  // one record per column.
+  void writeProp(Prop p, uint64_t v) {
+    if (!blockMode_ && row_ > 0 && col_ > 0 && row_ <= maxRows_ && col_ <= maxCols_ &&
+        size_t(rowSlot(row_)) >= rowStyles_.size()) {
+      ColumnStyles& c = cellStyles_[size_t(colSlot(col_))];
+      std::vector<Run>& runs = c.runs[p];
+      if (runs.empty() || row_ > runs.back().r2) {
+        if (c.taken != levelWrites_) takeLevels(c, col_);
+        if (c.level[p] == v) return;
+        // One more row for the run just above, when it holds the value and nothing newer
+        // stands over it.
+        if (!runs.empty()) {
+          Run& last = runs.back();
+          if (last.r2 == row_ - 1 && last.v == v && levelStamp_[p] < last.stamp) {
+            last.r2 = row_;
+            changed();
+            return;
+          }
+        }
+      }
+    }
+    writePropSlow(p, v);
+  }
+  void writePropSlow(Prop p, uint64_t v);
   void writePropAt(int32_t col, int32_t row, Prop p, uint64_t v);
   void writeCellRun(int32_t col, int32_t row, Prop p, uint64_t v);
   const Run* findRun(int32_t col, int32_t row, Prop p) const;
@@ -307,8 +356,10 @@ class SpreadSurface final : public GridSurface {
   Style sheet_;
   std::vector<std::unique_ptr<Style>> colStyles_;  // by column slot
   std::vector<std::unique_ptr<Style>> rowStyles_;  // by row slot
-  std::vector<std::unique_ptr<ColumnStyles>> cellStyles_;  // by column slot; null until written
+  std::vector<ColumnStyles> cellStyles_;  // by column slot, header columns included
   std::array<uint32_t, PCount> levelStamp_{};  // latest write of each property to a row, column or sheet
+  uint32_t levelWrites_ = 1;   // counts writes to a row, a column or the sheet
+  uint32_t headerTextEdits_ = 0;
   QStringList strings_;
   QHash<QString, uint64_t> stringIndex_;
   QHash<quint64, double> values_;

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
 #include <vector>
 
 using namespace tq7;
@@ -242,4 +244,98 @@ TEST_F(Sheet, RowLayoutMarkerFollowsAppendedAndChangedRows) {
   s.clearRowLayoutDirty();
   s.setRowHeight(3, 0);
   EXPECT_EQ(s.rowLayoutDirtyFrom(), 3);
+}
+
+// Cell looks against a plain log of every write, resolved by "the latest write wins", through a
+// random run of what grids do: rows appended one by one and given their defaults, cells, blocks,
+// whole lines and the sheet written, rows and columns taken away and added again.
+TEST(SpreadSurfaceLooks, FollowAPlainLogOfWritesThroughGrowingAndShrinking) {
+  SpreadSurface s;
+  s.setMaxCols(6);
+  s.setMaxRows(1);
+  struct Write {
+    int32_t col, row;  // 0: the whole line (or the sheet when both are 0)
+    int prop;
+    int16_t value;
+  };
+  std::vector<Write> log;
+  auto set = [&](int prop, int16_t v) {
+    if (prop == 0) s.setTypeHAlign(v);
+    else if (prop == 1) s.setTypeVAlign(v);
+    else s.setBackColor(Colour(v));
+  };
+  auto get = [&](int prop) -> int64_t {
+    if (prop == 0) return s.TypeHAlign();
+    if (prop == 1) return s.TypeVAlign();
+    return int64_t(s.BackColor());
+  };
+  auto expected = [&](int32_t c, int32_t r, int prop) -> int64_t {
+    int64_t v = prop == 2 ? int64_t(syscolor::Window) : 0;
+    for (const Write& w : log)
+      if (w.prop == prop && (w.col == 0 || w.col == c) && (w.row == 0 || w.row == r)) v = w.value;
+    return v;
+  };
+  std::mt19937 rng(11);
+  auto pick = [&](int n) { return int(rng() % uint32_t(n)); };
+  for (int step = 0; step < 3000; ++step) {
+    const int what = pick(100);
+    if (what < 45) {  // a new row and its defaults, mostly the values it shows already
+      s.setMaxRows(s.MaxRows() + 1);
+      const int32_t r = s.MaxRows();
+      s.setRow(r);
+      for (int32_t c = 1; c <= s.MaxCols(); ++c) {
+        s.setCol(c);
+        const int prop = pick(3);
+        const int16_t v = int16_t(pick(10) < 7 ? expected(c, r, prop) : pick(3));
+        set(prop, v);
+        log.push_back({c, r, prop, v});
+      }
+    } else if (what < 70) {  // one cell anywhere
+      const int32_t c = 1 + pick(s.MaxCols()), r = 1 + pick(s.MaxRows());
+      const int prop = pick(3);
+      const int16_t v = int16_t(pick(3));
+      s.setCol(c);
+      s.setRow(r);
+      set(prop, v);
+      log.push_back({c, r, prop, v});
+    } else if (what < 78) {  // a block of cells
+      const int32_t c1 = 1 + pick(s.MaxCols()), c2 = 1 + pick(s.MaxCols());
+      const int32_t r1 = 1 + pick(s.MaxRows()), r2 = 1 + pick(s.MaxRows());
+      const int prop = pick(3);
+      const int16_t v = int16_t(pick(3));
+      s.setBlockMode(true);
+      s.setCol(c1), s.setCol2(c2), s.setRow(r1), s.setRow2(r2);
+      set(prop, v);
+      s.setBlockMode(false);
+      for (int32_t c = std::min(c1, c2); c <= std::max(c1, c2); ++c)
+        for (int32_t r = std::min(r1, r2); r <= std::max(r1, r2); ++r) log.push_back({c, r, prop, v});
+    } else if (what < 90) {  // a whole column, a whole row or the sheet
+      const int32_t c = pick(3) ? 1 + pick(s.MaxCols()) : 0;
+      const int32_t r = c == 0 && pick(2) ? 1 + pick(s.MaxRows()) : 0;
+      const int prop = pick(3);
+      const int16_t v = int16_t(pick(3));
+      s.setCol(c == 0 ? -1 : c);
+      s.setRow(c == 0 && r != 0 ? r : -1);
+      set(prop, v);
+      log.push_back({c, c == 0 ? r : 0, prop, v});
+    } else if (what < 96) {  // rows taken away
+      const int32_t n = 1 + pick(s.MaxRows());
+      s.setMaxRows(n);
+      std::erase_if(log, [n](const Write& w) { return w.row > n; });
+    } else {  // columns taken away and given back empty
+      const int32_t n = 1 + pick(6);
+      s.setMaxCols(n);
+      std::erase_if(log, [n](const Write& w) { return w.col > n; });
+      s.setMaxCols(6);
+    }
+    if (step % 50 == 49 || step == 2999) {
+      for (int32_t r = 1; r <= s.MaxRows(); ++r)
+        for (int32_t c = 1; c <= s.MaxCols(); ++c) {
+          s.setRow(r);
+          s.setCol(c);
+          for (int prop = 0; prop < 3; ++prop)
+            ASSERT_EQ(get(prop), expected(c, r, prop)) << "step " << step << " cell " << c << "," << r << " prop " << prop;
+        }
+    }
+  }
 }

@@ -70,9 +70,34 @@ struct Digits {
   int point = 0;
 };
 
+// A value with a short decimal form, as amounts, prices and quantities are: below 1e9 with at
+// most six decimals. The fewest decimals k whose nearest whole m = |v| x 10^k divides back to
+// |v| exactly give the shortest digits; below 1e9 a step of 1e-6 is wider than the double's own
+// spacing, so that m is the only candidate of its length and no nearer one exists.
+bool shortDigits(double v, Digits& d) {
+  const double a = std::fabs(v);
+  if (!(a < 1e9)) return false;
+  double scale = 1;
+  for (int k = 0; k <= 6; ++k, scale *= 10) {
+    const double m = std::nearbyint(a * scale);
+    if (m / scale != a) continue;
+    char rev[20];
+    int n = 0;
+    for (uint64_t w = uint64_t(m); w; w /= 10) rev[n++] = char('0' + w % 10);
+    d.negative = v < 0;
+    d.point = n - k;
+    int skip = 0;  // trailing zeros
+    while (skip < n && rev[skip] == '0') ++skip;
+    for (int i = n - 1; i >= skip; --i) d.digits.push_back(rev[i]);
+    return true;
+  }
+  return false;
+}
+
 Digits digitsOf(double v) {
   Digits d;
   if (v == 0.0 || !std::isfinite(v)) return d;
+  if (shortDigits(v, d)) return d;
   char buf[64];
   const auto res = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::scientific);
   const char* p = buf;

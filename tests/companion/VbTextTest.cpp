@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <charconv>
 #include <cmath>
 #include <cstring>
 #include <random>
@@ -168,6 +169,22 @@ TEST(VbText, ShortestTextReadsBackToTheSameDouble) {
     ASSERT_EQ(vb::CDbl(t), w) << t.toStdString();
     ASSERT_EQ(vb::Val(t), w) << t.toStdString();
   }
+  // Amounts, prices, quantities and what arithmetic makes of them, on both sides of the short
+  // decimal forms (1e9, six decimals): the digits are those of the standard library's shortest form.
+  std::uniform_int_distribution<int64_t> whole(0, 2000000000000000);
+  for (int i = 0; i < 20000; ++i) {
+    const int k = i % 9;
+    double w = double(whole(rng) % (i % 3 ? 100000000 : 2000000000000000)) / std::pow(10.0, k);
+    if (i % 5 == 0) w = w * 1.07;
+    if (i % 7 == 0) w = -w;
+    if (std::fabs(w) < 1e-5 || std::fabs(w) >= 1e15) continue;  // beyond these it writes an exponent
+    char buf[64];
+    const auto end = std::to_chars(buf, buf + sizeof buf, w, std::chars_format::fixed).ptr;
+    ASSERT_EQ(vb::shortestText(w), QString::fromLatin1(buf, end - buf)) << buf;
+  }
+  EXPECT_EQ(vb::shortestText(999999999.999999), QStringLiteral("999999999.999999"));
+  EXPECT_EQ(vb::shortestText(0.000015), QStringLiteral("0.000015"));
+  EXPECT_EQ(vb::formatNumber(17 * 110.25, 2, true), QStringLiteral("1,874.25"));
 }
 
 TEST(VbText, DateSerialsFollowTheClassicDateType) {

@@ -124,6 +124,32 @@ TEST_F(Loaded, ALoadIntoAGridWithRowsWritesIntoTheLastRowAndGoesOnBehindIt) {
   EXPECT_EQ(g.GETText(7, 2), QString::fromUtf8("กาแฟ"));
 }
 
+TEST_F(Loaded, ADeclarationChangedBetweenRowsAndLoadsIsReadAgain) {
+  declare();
+  g.SetData("Items", "Item", {}, "ItemID", {}, 0, conn, conn);
+  g.SetLast3(dir.path(), "grdItem", "1", conn, conn);
+  g.FillData();
+  ASSERT_EQ(g.Rows(), 3);
+  // A new default, alignment and decimals reach the next new row.
+  g.setTextMatrix(-980, 3, "7.25");
+  g.setTextMatrix(-968, 2, "2");
+  g.setTextMatrix(-977, 3, "1");
+  g.cmdAdd_Click();
+  ASSERT_EQ(g.Rows(), 4);
+  EXPECT_EQ(g.GETValue(4, 3), 7.25);
+  EXPECT_EQ(g.GETText(4, 3), "7.3");
+  g.mfgData.setRow(4);
+  g.mfgData.setCol(2);
+  EXPECT_EQ(g.mfgData.TypeHAlign(), 2);
+  // A field name given to the ghost column is looked up by the next load.
+  g.setTextMatrix(-990, 8, "Name");
+  g.setTextMatrix(-988, 3, "TEXT");
+  g.FillData();
+  ASSERT_EQ(g.Rows(), 6);  // the first record lands in the last row
+  EXPECT_EQ(g.GETText(4, 8), QString::fromUtf8("ข้าวหอมมะลิ"));
+  EXPECT_EQ(g.GETText(4, 3), "1234.5");  // now a text column: the field's own text
+}
+
 TEST_F(Loaded, EmptyTablesMissingTablesAndBrokenConnections) {
   declare();
   g.SetData("Empty", "Empty", {}, {}, {}, 0, conn, conn);

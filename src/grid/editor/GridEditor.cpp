@@ -367,7 +367,7 @@ Matrix& GridEditor::locks() {
   return *locks_;
 }
 
-StandardHelper& GridEditor::helper() {
+StandardHelper& GridEditor::helper() const {
   if (!helper_) helper_ = std::make_unique<StandardHelper>();
   return *helper_;
 }

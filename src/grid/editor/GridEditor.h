@@ -8,6 +8,7 @@
 #include "controls/MonthYearView.h"
 #include "frame/Control.h"
 #include "frame/SpreadSurface.h"
+#include "grid/FieldKind.h"
 #include "grid/editor/GridEditorEvents.h"
 
 #include <QString>
@@ -408,24 +409,73 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   void emptyDateTest(int32_t row, int32_t col);
   void showCheckCell(int32_t row, int32_t col, double value);
   QString labelAt(int32_t col, double position) const;
-  // What a column's attribute texts say, parsed once and kept while the texts stay the same.
-  struct ColumnCache {
-    bool labelsKnown = false, alignKnown = false;
-    QString labelsText, hText, vText;
-    QStringList labels;
-    int16_t h = 0, v = 0;
+  // What a column's attribute texts say, read when first asked and kept until a header text of
+  // the surface changes: a load and every new row ask it for each column. A number whose text
+  // fails to convert is not kept (its flag is false): it is converted again where it is used, so
+  // that it fails there as it always did.
+  struct ColumnFacts {
+    FieldKind kind = FieldKind::None;
+    bool named = false;       // row -990 holds a field name
+    bool primaryKey = false;  // row -989 is "1"
+    bool hasLabels = false;   // row -978 is not empty
+    bool alignOk = false, decimalsOk = false, positionOk = false;
+    int16_t h = 0, v = 0;         // rows -968 and -967
+    int16_t displayDecimal = 0;   // row -977
+    int16_t defaultPosition = 0;  // row -980 as a whole number
+    double defaultValue = 0;      // row -980
   };
-  ColumnCache* cacheOf(int32_t col) const;
+  struct ColumnCache {
+    bool known = false, labelsKnown = false;
+    ColumnFacts facts;
+    QStringList labels;
+  };
+  ColumnCache* cacheOf(int32_t col) const {
+    if (col < 0 || col > mfgData.MaxCols()) return nullptr;
+    if (cacheEdits_ != mfgData.headerTextEdits() || size_t(col) >= columnCache_.size()) renewColumnCache();
+    return &columnCache_[size_t(col)];
+  }
+  void renewColumnCache() const;
+  // By value: a caller may raise events, and their handlers may write header texts, before it is done.
+  ColumnFacts factsOf(int32_t col) const {
+    ColumnCache* c = cacheOf(col);
+    if (!c) return readFacts(col);
+    if (!c->known) {
+      c->facts = readFacts(col);
+      c->known = true;
+    }
+    return c->facts;
+  }
+  ColumnFacts readFacts(int32_t col) const;
+  // The text of a value in one of the forms the grid shows: a number with `arg` decimals, a date
+  // or a date and time with `arg` as the flag of DateText, a period, a time, hours, a day count
+  // with time, a year. The latest texts are kept by value, so that a value that is rendered on
+  // its write and again by the load, or that repeats down a column, is formatted once and its
+  // cells share one text.
+  enum class Form : uint8_t { Number, Date, Period, DateTime, Time, Hour, DayTime, Year };
+  QString shown(Form form, double v, int16_t arg = 0) const;
+  struct ShownText {
+    uint64_t bits = 0;
+    int16_t arg = 0, yearOffset = 0;
+    Form form = Form::Number;
+    bool used = false;
+    QString text;
+  };
+  mutable std::vector<ShownText> shownTexts_;
+  QString testedDate_;  // the text the empty-date test saw last, under which year offset, and its answer
+  int32_t testedDateOffset_ = -1;
+  bool testedDateEmpty_ = false;
+  // Row -977 as a whole number, converted again when its text fails to convert.
+  int16_t decimalsOf(const ColumnFacts& f, int32_t col) const;
   const QStringList& labelsOf(int32_t col, QStringList& scratch) const;
   QString numberText(double v, int decimals) const;
   Matrix& locks();
-  StandardHelper& helper();
+  StandardHelper& helper() const;
   DatabaseHelper& dbHelper();
   void raise(void (GridEditorEvents::*ev)());
 
   GridEditorEvents* listener_ = nullptr;
   std::unique_ptr<Matrix> locks_;
-  std::unique_ptr<StandardHelper> helper_;
+  mutable std::unique_ptr<StandardHelper> helper_;
   std::unique_ptr<DatabaseHelper> dbHelper_;
   std::unique_ptr<db::Recordset> rsid_;
   void* parentForm_ = nullptr;
@@ -466,6 +516,7 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   };
   ColourPair colours_[3]{};
   mutable std::vector<ColumnCache> columnCache_;
+  mutable uint32_t cacheEdits_ = 0;
   // The colour legend: "<colour>;<description>" entries joined by ","; empty, no legend.
   QString legendList_;
 

@@ -248,43 +248,28 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
     db::Fields& fields = r.Fields();
     StandardHelper& h = helper();
 
-    // The field behind each column, found by name once per name, and each column's type.
-    struct ColumnPlan {
-      bool named = false, typed = false;
-      QString name, type;
-      int32_t field = -1;
-      FieldKind kind = FieldKind::None;
-    };
-    std::vector<ColumnPlan> plan(size_t(s.MaxCols()) + 1);
-    auto planOf = [&](int32_t col) -> ColumnPlan& {
-      if (size_t(col) >= plan.size()) plan.resize(size_t(col) + 1);
-      return plan[size_t(col)];
-    };
-    // The attribute rows are read at each cell, as the load always did; the search through the
-    // fields and the type lookup are redone only when a column's text has changed.
-    auto fieldFor = [&](int32_t col, const QString& name) {
-      ColumnPlan& p = planOf(col);
-      if (p.named && p.name == name) return p.field;
-      p.named = true;
-      p.name = name;
-      p.field = -1;
-      for (int32_t i = 0; i < fields.Count(); ++i) {
-        if (fields.Item(i).Name().compare(name, Qt::CaseInsensitive) == 0) {
-          p.field = i;
-          break;
+    // The field behind each column, looked up by name when first needed and again only after a
+    // header text of the surface has changed.
+    constexpr int32_t unknown = -2;
+    std::vector<int32_t> fieldOf;
+    uint32_t fieldsEdits = 0;
+    auto fieldFor = [&](int32_t col) {
+      if (fieldsEdits != s.headerTextEdits() || size_t(col) >= fieldOf.size()) {
+        fieldOf.assign(size_t(s.MaxCols()) + 1, unknown);
+        fieldsEdits = s.headerTextEdits();
+      }
+      int32_t& fi = fieldOf[size_t(col)];
+      if (fi == unknown) {
+        fi = -1;
+        const QString& name = attribute(attr::FieldName, col);
+        for (int32_t i = 0; i < fields.Count(); ++i) {
+          if (fields.Item(i).Name().compare(name, Qt::CaseInsensitive) == 0) {
+            fi = i;
+            break;
+          }
         }
       }
-      return p.field;
-    };
-    auto kindFor = [&](int32_t col) {
-      ColumnPlan& p = planOf(col);
-      const QString type = attribute(attr::FieldType, col);
-      if (!p.typed || p.type != type) {
-        p.typed = true;
-        p.type = type;
-        p.kind = fieldKind(type);
-      }
-      return p.kind;
+      return fi;
     };
 
     bool first = true;
@@ -306,20 +291,22 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
       const int32_t row = s.MaxRows();
       // 7.4
       for (int32_t col = 1; col <= s.MaxCols(); ++col) {
-        const QString name = attribute(attr::FieldName, col);
-        if (name.isEmpty()) continue;
-        const int32_t fi = fieldFor(col, name);
+        const ColumnFacts f = factsOf(col);
+        if (!f.named) continue;
+        const int32_t fi = fieldFor(col);
         if (fi < 0) continue;
-        if (UseFieldCheck && dbHelper().FieldExists(name, table_, dataConnection_, 0) != 1) {
-          platform().messageBox(QString::fromUtf8("ไม่พบฟิลด์ ") + name +
-                                QString::fromUtf8(" โปรดติดต่อผู้ดูแลระบบ"));
-          return;
+        if (UseFieldCheck) {
+          const QString name = attribute(attr::FieldName, col);
+          if (dbHelper().FieldExists(name, table_, dataConnection_, 0) != 1) {
+            platform().messageBox(QString::fromUtf8("ไม่พบฟิลด์ ") + name +
+                                  QString::fromUtf8(" โปรดติดต่อผู้ดูแลระบบ"));
+            return;
+          }
         }
         const QVariant value = fields.Item(fi).Value();
-        if (attribute(attr::PrimaryKey, col) == QLatin1String("1"))
-          s.SetText(attr::StoredKey, row, value.isNull() ? QString() : textOf(value));
+        if (f.primaryKey) s.SetText(attr::StoredKey, row, value.isNull() ? QString() : textOf(value));
         if (value.isNull()) continue;
-        const FieldKind kind = kindFor(col);
+        const FieldKind kind = f.kind;
         auto text = [&](const QString& t) { s.SetText(col, row, t); };
         switch (kind) {
           case FieldKind::Number:
@@ -328,25 +315,25 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
             if (kind == FieldKind::AbsNumber) v = std::abs(v);
             Matrix1.SetValue(row, col, v);
             const bool zero = v == 0 && !showZeroValueText_;
-            text(zero ? QString() : h.NumberFormat(v, h.TextToInteger(attribute(attr::DisplayDecimal, col))));
+            text(zero ? QString() : shown(Form::Number, v, decimalsOf(factsOf(col), col)));
             break;
           }
           case FieldKind::Hour: {
             const double v = numberOf(value);
             Matrix1.SetValue(row, col, v);
-            text(v == 0 && !showZeroValueText_ ? QString() : h.HourText(v));
+            text(v == 0 && !showZeroValueText_ ? QString() : shown(Form::Hour, v));
             break;
           }
           case FieldKind::DayTime: {
             const double v = numberOf(value);
             Matrix1.SetValue(row, col, v);
-            text(h.DayTimeText(v));
+            text(shown(Form::DayTime, v));
             break;
           }
           case FieldKind::Year: {
             const double v = numberOf(value);
             Matrix1.SetValue(row, col, v);
-            text(vb::formatNumber(v + StandardHelper::YearOffset(), 0, false));
+            text(shown(Form::Year, v));
             break;
           }
           case FieldKind::Text: text(textOf(value)); break;
@@ -360,20 +347,20 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
           case FieldKind::Date: {
             const double v = numberOf(value);
             Matrix1.SetValue(row, col, v);
-            text(v == 0 ? QString() : kind == FieldKind::Period ? h.PeriodText(v) : h.DateText(v, 0, true));
+            text(v == 0 ? QString() : kind == FieldKind::Period ? shown(Form::Period, v) : shown(Form::Date, v, true));
             emptyDateTest(row, col);
             break;
           }
           case FieldKind::DateTime: {
             const double v = numberOf(value);
             Matrix1.SetValue(row, col, v);
-            text(v == 0 ? QString() : h.DateText(v, 0, true) + QLatin1Char(' ') + h.TimeText(v));
+            text(v == 0 ? QString() : shown(Form::DateTime, v, true));
             break;
           }
           case FieldKind::Time: {
             const double v = numberOf(value);
             Matrix1.SetValue(row, col, v);
-            text(v == 0 && !showZeroValueText_ ? QString() : h.TimeText(v));
+            text(v == 0 && !showZeroValueText_ ? QString() : shown(Form::Time, v));
             break;
           }
           case FieldKind::Check: {

@@ -10,23 +10,47 @@
 #include "grid/FieldKind.h"
 
 #include <cmath>
+#include <cstring>
 
 namespace tq7 {
 
-GridEditor::ColumnCache* GridEditor::cacheOf(int32_t col) const {
-  if (col < 0 || col > mfgData.MaxCols()) return nullptr;
-  if (size_t(col) >= columnCache_.size()) columnCache_.resize(size_t(col) + 1);
-  return &columnCache_[size_t(col)];
+void GridEditor::renewColumnCache() const {
+  columnCache_.assign(size_t(mfgData.MaxCols()) + 1, ColumnCache{});
+  cacheEdits_ = mfgData.headerTextEdits();
+}
+
+int16_t GridEditor::decimalsOf(const ColumnFacts& f, int32_t col) const {
+  return f.decimalsOk ? f.displayDecimal : helper().TextToInteger(attribute(attr::DisplayDecimal, col));
+}
+
+GridEditor::ColumnFacts GridEditor::readFacts(int32_t col) const {
+  const StandardHelper& h = helper();
+  auto whole = [&](int32_t row, int16_t& out) {
+    try {
+      out = h.TextToInteger(attribute(row, col));
+      return true;
+    } catch (const Error&) {
+      return false;
+    }
+  };
+  ColumnFacts f;
+  f.kind = fieldKind(attribute(attr::FieldType, col));
+  f.named = !attribute(attr::FieldName, col).isEmpty();
+  f.primaryKey = attribute(attr::PrimaryKey, col) == QLatin1String("1");
+  f.hasLabels = !attribute(attr::Labels, col).isEmpty();
+  f.alignOk = whole(attr::HAlign, f.h) && whole(attr::VAlign, f.v);
+  f.decimalsOk = whole(attr::DisplayDecimal, f.displayDecimal);
+  f.positionOk = whole(attr::DefaultValue, f.defaultPosition);
+  f.defaultValue = h.TextToDouble(attribute(attr::DefaultValue, col));
+  return f;
 }
 
 const QStringList& GridEditor::labelsOf(int32_t col, QStringList& scratch) const {
-  const QString& text = attribute(attr::Labels, col);
   ColumnCache* c = cacheOf(col);
-  if (!c) return scratch = vb::Split(text, QStringLiteral(","));
-  if (!c->labelsKnown || c->labelsText != text) {
+  if (!c) return scratch = vb::Split(attribute(attr::Labels, col), QStringLiteral(","));
+  if (!c->labelsKnown) {
     c->labelsKnown = true;
-    c->labelsText = text;
-    c->labels = vb::Split(text, QStringLiteral(","));
+    c->labels = vb::Split(attribute(attr::Labels, col), QStringLiteral(","));
   }
   return c->labels;
 }
@@ -98,6 +122,34 @@ int16_t GridEditor::SetValue(int32_t iRecord, int32_t iColumn, double Value) {
 
 // ---- Rendering ---------------------------------------------------------------------------------------
 
+QString GridEditor::shown(Form form, double v, int16_t arg) const {
+  constexpr size_t kSlots = 4096;  // a power of two
+  if (shownTexts_.empty()) shownTexts_.resize(kSlots);
+  uint64_t bits = 0;
+  std::memcpy(&bits, &v, sizeof bits);
+  const int16_t yearOffset = StandardHelper::YearOffset();
+  const uint64_t key = (bits ^ (uint64_t(form) << 56) ^ (uint64_t(uint16_t(arg)) << 40)) * 0x9E3779B97F4A7C15ull;
+  ShownText& e = shownTexts_[size_t(key >> 54) & (kSlots - 1)];
+  if (e.used && e.bits == bits && e.form == form && e.arg == arg && e.yearOffset == yearOffset) return e.text;
+  const StandardHelper& h = helper();
+  switch (form) {
+    case Form::Number: e.text = h.NumberFormat(v, arg); break;
+    case Form::Date: e.text = h.DateText(v, 0, arg != 0); break;
+    case Form::Period: e.text = h.PeriodText(v); break;
+    case Form::DateTime: e.text = h.DateText(v, 0, arg != 0) + QLatin1Char(' ') + h.TimeText(v); break;
+    case Form::Time: e.text = h.TimeText(v); break;
+    case Form::Hour: e.text = h.HourText(v); break;
+    case Form::DayTime: e.text = h.DayTimeText(v); break;
+    case Form::Year: e.text = vb::formatNumber(v + yearOffset, 0, false); break;
+  }
+  e.used = true;
+  e.bits = bits;
+  e.form = form;
+  e.arg = arg;
+  e.yearOffset = yearOffset;
+  return e.text;
+}
+
 QString GridEditor::labelAt(int32_t col, double position) const {
   QStringList scratch;
   const QStringList& labels = labelsOf(col, scratch);
@@ -130,9 +182,17 @@ void GridEditor::emptyDateTest(int32_t row, int32_t col) {
     years[1] = QString::number(y + 3333);
     years[2] = QString::number(y + 1899);
   }
-  for (const QString& year : years) {
-    if (vb::InStr(mfgData.cellText(col, row), year) > 0) mfgData.SetText(col, row, QString());
+  const QString& text = mfgData.cellText(col, row);
+  if (text.isEmpty()) return;
+  // The answer for the text tested last is kept with it: a date rendered on its write and again
+  // by the load is one shared text, tested once.
+  if (!text.isSharedWith(testedDate_) || testedDateOffset_ != y) {
+    testedDate_ = text;
+    testedDateOffset_ = y;
+    testedDateEmpty_ = false;
+    for (const QString& year : years) testedDateEmpty_ = testedDateEmpty_ || vb::InStr(text, year) > 0;
   }
+  if (testedDateEmpty_) mfgData.SetText(col, row, QString());
 }
 
 void GridEditor::CellDataChange(int32_t& Row, int32_t& Column) {
@@ -140,36 +200,36 @@ void GridEditor::CellDataChange(int32_t& Row, int32_t& Column) {
   const int32_t row = Row, col = Column;
   const int32_t keepRow = mfgData.Row(), keepCol = mfgData.Col();
   step([&] {
-    const FieldKind kind = fieldKind(attribute(attr::FieldType, col));
+    const ColumnFacts f = factsOf(col);
+    const FieldKind kind = f.kind;
     const double v = Matrix1.GetValue(row, col);
     const bool zero = v == 0 && !showZeroValueText_;
-    StandardHelper& h = helper();
     auto text = [&](const QString& t) { mfgData.SetText(col, row, t); };
     switch (kind) {
       case FieldKind::Check: showCheckCell(row, col, v); break;
       case FieldKind::YesNo: text(v == 1 ? QStringLiteral("Y") : QStringLiteral("N")); break;
       case FieldKind::Period:
-        text(v == 0 ? QString() : h.PeriodText(v));
+        text(v == 0 ? QString() : shown(Form::Period, v));
         emptyDateTest(row, col);
         break;
       case FieldKind::Date:
-        text(v == 0 ? QString() : h.DateText(v, 0, true));
+        text(v == 0 ? QString() : shown(Form::Date, v, true));
         emptyDateTest(row, col);
         break;
       case FieldKind::DateTime:
-        text(v == 0 ? QString() : h.DateText(v, 0, false) + QLatin1Char(' ') + h.TimeText(v));
+        text(v == 0 ? QString() : shown(Form::DateTime, v, false));
         break;
-      case FieldKind::Time: text(zero ? QString() : h.TimeText(v)); break;
+      case FieldKind::Time: text(zero ? QString() : shown(Form::Time, v)); break;
       case FieldKind::LabelList:
         if (!attribute(attr::Labels, col).isEmpty()) text(labelAt(col, v));
         break;
-      case FieldKind::Hour: text(v == 0 ? QString() : h.HourText(v)); break;
-      case FieldKind::DayTime: text(v == 0 ? QString() : h.DayTimeText(v)); break;
-      case FieldKind::Year: text(v == 0 ? QString() : vb::formatNumber(v + StandardHelper::YearOffset(), 0, false)); break;
+      case FieldKind::Hour: text(v == 0 ? QString() : shown(Form::Hour, v)); break;
+      case FieldKind::DayTime: text(v == 0 ? QString() : shown(Form::DayTime, v)); break;
+      case FieldKind::Year: text(v == 0 ? QString() : shown(Form::Year, v)); break;
       default:
         // Any other type shows the number, TEXT included: a value written to a TEXT column
         // replaces its text.
-        text(zero ? QString() : h.NumberFormat(v, h.TextToInteger(attribute(attr::DisplayDecimal, col))));
+        text(zero ? QString() : shown(Form::Number, v, decimalsOf(f, col)));
         break;
     }
   });
@@ -191,29 +251,24 @@ void GridEditor::FillINI2(std::optional<int32_t> iRow) {
   s.setRow2(row);
   StandardHelper& h = helper();
   for (int32_t col = 1; col <= s.MaxCols(); ++col) {
+    const ColumnFacts f = factsOf(col);
     step([&] {
       s.setCol(col);
-      // The alignment rows are read for every new row; their numbers are parsed once per text.
-      const QString& hText = attribute(attr::HAlign, col);
-      const QString& vText = attribute(attr::VAlign, col);
-      ColumnCache* c = cacheOf(col);
-      if (!c->alignKnown || c->hText != hText || c->vText != vText) {
-        c->alignKnown = true;
-        c->hText = hText;
-        c->vText = vText;
-        c->h = h.TextToInteger(hText);
-        c->v = h.TextToInteger(vText);
+      if (f.alignOk) {
+        s.setTypeHAlign(f.h);
+        s.setTypeVAlign(f.v);
+      } else {
+        s.setTypeHAlign(h.TextToInteger(attribute(attr::HAlign, col)));
+        s.setTypeVAlign(h.TextToInteger(attribute(attr::VAlign, col)));
       }
-      s.setTypeHAlign(c->h);
-      s.setTypeVAlign(c->v);
       s.setCellNote(QString());
       s.setBackColor(syscolor::Window);
       s.setForeColor(syscolor::WindowText);
     });
-    const FieldKind kind = fieldKind(attribute(attr::FieldType, col));
+    const FieldKind kind = f.kind;
     if (kind == FieldKind::None) continue;
     step([&] {
-      auto defaultValue = [&] { return h.TextToDouble(attribute(attr::DefaultValue, col)); };
+      const double defaultValue = f.defaultValue;
       auto text = [&](const QString& t) { s.SetText(col, row, t); };
       switch (kind) {
         case FieldKind::AutoNumber:
@@ -221,53 +276,53 @@ void GridEditor::FillINI2(std::optional<int32_t> iRow) {
           locks().SetValue(row, col, 0);
           break;
         case FieldKind::AbsNumber:
-          Matrix1.SetValue(row, col, std::abs(defaultValue()));
+          Matrix1.SetValue(row, col, std::abs(defaultValue));
           locks().SetValue(row, col, 0);
           break;
         case FieldKind::Number:
         case FieldKind::Year:
-          Matrix1.SetValue(row, col, defaultValue());
+          Matrix1.SetValue(row, col, defaultValue);
           locks().SetValue(row, col, 0);
           break;
         case FieldKind::Text: text(attribute(attr::DefaultText, col)); break;
         case FieldKind::Check:
           showCheckCell(row, col, 0);
-          Matrix1.SetValue(row, col, defaultValue());
+          Matrix1.SetValue(row, col, defaultValue);
           break;
-        case FieldKind::YesNo: Matrix1.SetValue(row, col, defaultValue()); break;
+        case FieldKind::YesNo: Matrix1.SetValue(row, col, defaultValue); break;
         case FieldKind::Period:
         case FieldKind::Date: {
-          const double v = defaultValue();
+          const double v = defaultValue;
           Matrix1.SetValue(row, col, v);
           if (v == 0)
             text(QString());
           else
-            text(kind == FieldKind::Period ? h.PeriodText(v) : h.DateText(v, 0, false));
+            text(kind == FieldKind::Period ? shown(Form::Period, v) : shown(Form::Date, v, false));
           emptyDateTest(row, col);
           break;
         }
         case FieldKind::DateTime: {
-          double v = defaultValue();
+          double v = defaultValue;
           if (v == 0) v = platform().now();
           Matrix1.SetValue(row, col, v);
-          text(h.DateText(v, 0, false) + QLatin1Char(' ') + h.TimeText(v));
+          text(shown(Form::DateTime, v, false));
           break;
         }
         case FieldKind::Time:
         case FieldKind::Hour: {
-          const double v = defaultValue();
+          const double v = defaultValue;
           Matrix1.SetValue(row, col, v);
-          text(h.TimeText(v));
+          text(shown(Form::Time, v));
           break;
         }
         case FieldKind::DayTime: {
-          const double v = defaultValue();
+          const double v = defaultValue;
           Matrix1.SetValue(row, col, v);
-          text(h.DayTimeText(v));
+          text(shown(Form::DayTime, v));
           break;
         }
         case FieldKind::LabelList: {
-          const int16_t position = h.TextToInteger(attribute(attr::DefaultValue, col));
+          const int16_t position = f.positionOk ? f.defaultPosition : h.TextToInteger(attribute(attr::DefaultValue, col));
           Matrix1.SetValue(row, col, std::abs(double(position)));
           if (!attribute(attr::Labels, col).isEmpty()) text(labelAt(col, position));
           break;

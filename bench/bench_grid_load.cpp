@@ -10,7 +10,10 @@
 #include <QTemporaryDir>
 #include <sqlite3.h>
 
+#include <sys/resource.h>
+
 #include <chrono>
+#include <cstdlib>
 #include <cstdio>
 #include <fstream>
 #include <string>
@@ -43,12 +46,21 @@ double bareFetch(const std::string& path) {
   return seconds(t0, Clock::now());
 }
 
+long minorFaults() {
+  rusage u{};
+  getrusage(RUSAGE_SELF, &u);
+  return u.ru_minflt;
+}
+
 double gridLoad(const std::string& path, int expectRows) {
   tq7::GridEditor g;
   declareLines(g, path);
+  const long f0 = minorFaults();
   const auto t0 = Clock::now();
   g.FillData3();
   const double t = seconds(t0, Clock::now());
+  if (std::getenv("TQ7_BENCH_VERBOSE"))
+    std::printf("  load %d: %.1f ms, %ld page faults\n", expectRows, t * 1000, minorFaults() - f0);
   if (g.ErrorNumber != 0 || g.Rows() != expectRows) {
     std::printf("load failed: ErrorNumber=%d rows=%d\n", g.ErrorNumber, g.Rows());
     std::exit(2);

@@ -54,8 +54,11 @@ void SpreadSurface::setMaxRows(int32_t n) {
   rowHidden_.resize(size_t(n) + 1, 0);
   if (n < old) {
     const size_t keep = size_t(rowSlot(n)) + 1;
-    for (auto& c : columns_)
-      if (c && c->size > keep) c->cut(keep);
+    for (auto& c : columns_) {
+      if (!c) continue;
+      if (c->text.size > keep) c->text.cut(keep);
+      if (c->value.size > keep) c->value.cut(keep);
+    }
     if (rowStyles_.size() > keep) rowStyles_.resize(keep);
     auto beyond = [n](quint64 k) { return int32_t(uint32_t(k >> 32)) - 2000 > n; };
     for (auto& holder : cellStyles_) {
@@ -64,7 +67,6 @@ void SpreadSurface::setMaxRows(int32_t n) {
         if (!runs.empty() && runs.back().r2 > n) runs.back().r2 = n;
       }
     }
-    for (auto it = values_.begin(); it != values_.end();) it = beyond(it.key()) ? values_.erase(it) : std::next(it);
     for (auto it = notes_.begin(); it != notes_.end();) it = beyond(it.key()) ? notes_.erase(it) : std::next(it);
     for (auto it = formulas_.begin(); it != formulas_.end();) it = beyond(it.key()) ? formulas_.erase(it) : std::next(it);
     if (activeRow_ > n) activeRow_ = std::max(n, 1);
@@ -87,8 +89,6 @@ void SpreadSurface::setMaxCols(int32_t n) {
   if (n < old) {
     columns_.resize(std::min(columns_.size(), size_t(colSlot(n)) + 1));
     colStyles_.resize(std::min(colStyles_.size(), size_t(colSlot(n)) + 1));
-    auto beyond = [n](quint64 k) { return int32_t(uint32_t(k & 0xFFFFFFFFu)) - 2000 > n; };
-    for (auto it = values_.begin(); it != values_.end();) it = beyond(it.key()) ? values_.erase(it) : std::next(it);
     if (activeCol_ > n) activeCol_ = std::max(n, 1);
   }
   maxCols_ = n;
@@ -449,10 +449,24 @@ void SpreadSurface::setTypeNumberFormat(const QString&, const QString&, bool, in
 }
 
 // Value, formula and note belong to single cells.
-double SpreadSurface::Value() const { return values_.value(cellKey(normCol(col_), normRow(row_)), 0.0); }
+double SpreadSurface::cellValue(int32_t col, int32_t row) const {
+  if (!validCol(col) || !validRow(row)) return 0.0;
+  const size_t cs = size_t(colSlot(col));
+  if (cs >= columns_.size() || !columns_[cs]) return 0.0;
+  const Blocks<double>& values = columns_[cs]->value;
+  const size_t rs = size_t(rowSlot(row));
+  return rs < values.size ? values.at(rs) : 0.0;
+}
+double SpreadSurface::Value() const { return cellValue(col_, row_); }
 void SpreadSurface::setValue(double v) {
   auto put = [this, v](int32_t c, int32_t r) {
-    if (validCol(c) && validRow(r)) values_.insert(cellKey(normCol(c), normRow(r)), v);
+    if (!validCol(c) || !validRow(r)) return;
+    const size_t cs = size_t(colSlot(c));
+    if (cs >= columns_.size()) columns_.resize(cs + 1);
+    if (!columns_[cs]) columns_[cs] = std::make_unique<Column>();
+    Blocks<double>& values = columns_[cs]->value;
+    values.reach(size_t(rowSlot(r)));
+    values.at(size_t(rowSlot(r))) = v;
   };
   if (blockMode_ && col_ > 0 && row_ > 0 && col2_ > 0 && row2_ > 0) {
     for (int32_t r = std::min(row_, row2_); r <= std::max(row_, row2_); ++r)
@@ -518,18 +532,6 @@ void SpreadSurface::setGridShowVert(bool b) {
 
 const QString SpreadSurface::emptyText_;
 
-void SpreadSurface::Column::reach(size_t rs) {
-  while (blocks.size() * kBlock <= rs) blocks.push_back(std::make_unique<QString[]>(kBlock));
-  size = std::max(size, rs + 1);
-}
-
-void SpreadSurface::Column::cut(size_t keep) {
-  const size_t kept = (keep + kBlock - 1) / kBlock;
-  for (size_t rs = keep; rs < std::min(size, kept * kBlock); ++rs) at(rs).clear();
-  if (blocks.size() > kept) blocks.resize(kept);
-  size = std::min(size, keep);
-}
-
 void SpreadSurface::SetText(int32_t Col, int32_t Row, const QString& text) {
   if (!validCol(Col) || !validRow(Row)) return;
   if (Row < 0) ++headerTextEdits_;
@@ -541,11 +543,14 @@ void SpreadSurface::SetText(int32_t Col, int32_t Row, const QString& text) {
     if (text.isEmpty()) return;  // an empty text in a column never written costs nothing
     column = std::make_unique<Column>();
   }
-  if (rs >= column->size) {
+  Blocks<QString>& texts = column->text;
+  if (rs >= texts.size) {
     if (text.isEmpty()) return;
-    column->reach(rs);
+    texts.reach(rs);
   }
-  column->at(rs) = text;
+  QString& cell = texts.at(rs);
+  if (cell.constData() == text.constData() && cell.size() == text.size()) return;  // the very same text again
+  cell = text;
   changed();
 }
 
@@ -596,7 +601,7 @@ SpreadSurface::CellLook SpreadSurface::look(int32_t Col, int32_t Row) const {
     l.noteIndicator = n->indicator;
     l.noteColour = n->colour;
   }
-  l.value = values_.value(k, 0.0);
+  l.value = cellValue(Col, Row);
   return l;
 }
 

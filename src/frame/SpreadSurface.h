@@ -5,6 +5,7 @@
 #include "frame/GridSurface.h"
 
 #include <QHash>
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <vector>
@@ -114,7 +115,7 @@ class SpreadSurface final : public GridSurface {
     if (!validCol(Col) || !validRow(Row)) return emptyText_;
     const size_t cs = size_t(colSlot(Col));
     if (cs >= columns_.size() || !columns_[cs]) return emptyText_;
-    const Column& t = *columns_[cs];
+    const Blocks<QString>& t = columns_[cs]->text;
     const size_t rs = size_t(rowSlot(Row));
     return rs < t.size ? t.at(rs) : emptyText_;
   }
@@ -239,18 +240,31 @@ class SpreadSurface final : public GridSurface {
     int16_t shape = 0;
     Colour colour = 0x0000FF;
   };
-  // A column's texts by row slot, in blocks of a fixed size: a column that grows row by row
+  // Cells of one column by row slot, in blocks of a fixed size: a column that grows row by row
   // never moves what it holds, and a read is two indexes.
-  struct Column {
+  template <class T>
+  struct Blocks {
     static constexpr size_t kBlock = 4096;
-    std::vector<std::unique_ptr<QString[]>> blocks;
-    size_t size = 0;  // slots that may hold a text; the rest read empty
-    QString& at(size_t rs) { return blocks[rs / kBlock][rs % kBlock]; }
-    const QString& at(size_t rs) const { return blocks[rs / kBlock][rs % kBlock]; }
+    std::vector<std::unique_ptr<T[]>> blocks;
+    size_t size = 0;  // slots that may hold something; the rest read as T()
+    T& at(size_t rs) { return blocks[rs / kBlock][rs % kBlock]; }
+    const T& at(size_t rs) const { return blocks[rs / kBlock][rs % kBlock]; }
     // Makes the slot writable.
-    void reach(size_t rs);
+    void reach(size_t rs) {
+      while (blocks.size() * kBlock <= rs) blocks.push_back(std::make_unique<T[]>(kBlock));
+      size = std::max(size, rs + 1);
+    }
     // Empties every slot from `keep` on and gives back the blocks that held only those.
-    void cut(size_t keep);
+    void cut(size_t keep) {
+      const size_t kept = (keep + kBlock - 1) / kBlock;
+      for (size_t rs = keep; rs < std::min(size, kept * kBlock); ++rs) at(rs) = T();
+      if (blocks.size() > kept) blocks.resize(kept);
+      size = std::min(size, keep);
+    }
+  };
+  struct Column {
+    Blocks<QString> text;
+    Blocks<double> value;  // a check box's state
   };
 
   static quint64 cellKey(int32_t col, int32_t row) {
@@ -282,6 +296,8 @@ class SpreadSurface final : public GridSurface {
   uint64_t levelValue(int32_t col, int32_t row, Prop p, uint32_t& stamp) const;
   void takeLevels(ColumnStyles& c, int32_t col);
   void writeNote(const QString& n);
+  // The value of a cell, 0 when it holds none.
+  double cellValue(int32_t col, int32_t row) const;
   // A write to the pointed cells. A data cell below every cell setting of its column, in a row
   // with no setting of its own, that gets what the sheet and its column give it already changes
   // nothing; such are most of the defaults each new row gets, so they are told apart first, from
@@ -362,7 +378,6 @@ class SpreadSurface final : public GridSurface {
   uint32_t headerTextEdits_ = 0;
   QStringList strings_;
   QHash<QString, uint64_t> stringIndex_;
-  QHash<quint64, double> values_;
   QHash<quint64, QString> formulas_;
   QHash<quint64, Note> notes_;
   std::vector<Span> spans_;

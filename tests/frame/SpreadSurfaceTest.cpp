@@ -259,15 +259,18 @@ TEST(SpreadSurfaceLooks, FollowAPlainLogOfWritesThroughGrowingAndShrinking) {
     int16_t value;
   };
   std::vector<Write> log;
+  // Three looks, and the value a check box shows (cells only).
   auto set = [&](int prop, int16_t v) {
     if (prop == 0) s.setTypeHAlign(v);
     else if (prop == 1) s.setTypeVAlign(v);
-    else s.setBackColor(Colour(v));
+    else if (prop == 2) s.setBackColor(Colour(v));
+    else s.setValue(v);
   };
   auto get = [&](int prop) -> int64_t {
     if (prop == 0) return s.TypeHAlign();
     if (prop == 1) return s.TypeVAlign();
-    return int64_t(s.BackColor());
+    if (prop == 2) return int64_t(s.BackColor());
+    return int64_t(s.Value());
   };
   auto expected = [&](int32_t c, int32_t r, int prop) -> int64_t {
     int64_t v = prop == 2 ? int64_t(syscolor::Window) : 0;
@@ -292,7 +295,7 @@ TEST(SpreadSurfaceLooks, FollowAPlainLogOfWritesThroughGrowingAndShrinking) {
       }
     } else if (what < 70) {  // one cell anywhere
       const int32_t c = 1 + pick(s.MaxCols()), r = 1 + pick(s.MaxRows());
-      const int prop = pick(3);
+      const int prop = pick(4);
       const int16_t v = int16_t(pick(3));
       s.setCol(c);
       s.setRow(r);
@@ -301,7 +304,7 @@ TEST(SpreadSurfaceLooks, FollowAPlainLogOfWritesThroughGrowingAndShrinking) {
     } else if (what < 78) {  // a block of cells
       const int32_t c1 = 1 + pick(s.MaxCols()), c2 = 1 + pick(s.MaxCols());
       const int32_t r1 = 1 + pick(s.MaxRows()), r2 = 1 + pick(s.MaxRows());
-      const int prop = pick(3);
+      const int prop = pick(4);
       const int16_t v = int16_t(pick(3));
       s.setBlockMode(true);
       s.setCol(c1), s.setCol2(c2), s.setRow(r1), s.setRow2(r2);
@@ -333,7 +336,7 @@ TEST(SpreadSurfaceLooks, FollowAPlainLogOfWritesThroughGrowingAndShrinking) {
         for (int32_t c = 1; c <= s.MaxCols(); ++c) {
           s.setRow(r);
           s.setCol(c);
-          for (int prop = 0; prop < 3; ++prop)
+          for (int prop = 0; prop < 4; ++prop)
             ASSERT_EQ(get(prop), expected(c, r, prop)) << "step " << step << " cell " << c << "," << r << " prop " << prop;
         }
     }

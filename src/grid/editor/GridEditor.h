@@ -452,7 +452,12 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   // its write and again by the load, or that repeats down a column, is formatted once and its
   // cells share one text.
   enum class Form : uint8_t { Number, Date, Period, DateTime, Time, Hour, DayTime, Year };
-  QString shown(Form form, double v, int16_t arg = 0) const;
+  // The reference holds until the next call.
+  const QString& shown(Form form, double v, int16_t arg = 0) const;
+  static const QString& noText() {
+    static const QString none;
+    return none;
+  }
   struct ShownText {
     uint64_t bits = 0;
     int16_t arg = 0, yearOffset = 0;

@@ -315,13 +315,13 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
             if (kind == FieldKind::AbsNumber) v = std::abs(v);
             Matrix1.SetValue(row, col, v);
             const bool zero = v == 0 && !showZeroValueText_;
-            text(zero ? QString() : shown(Form::Number, v, decimalsOf(factsOf(col), col)));
+            text(zero ? noText() : shown(Form::Number, v, decimalsOf(factsOf(col), col)));
             break;
           }
           case FieldKind::Hour: {
             const double v = numberOf(value);
             Matrix1.SetValue(row, col, v);
-            text(v == 0 && !showZeroValueText_ ? QString() : shown(Form::Hour, v));
+            text(v == 0 && !showZeroValueText_ ? noText() : shown(Form::Hour, v));
             break;
           }
           case FieldKind::DayTime: {
@@ -347,20 +347,20 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
           case FieldKind::Date: {
             const double v = numberOf(value);
             Matrix1.SetValue(row, col, v);
-            text(v == 0 ? QString() : kind == FieldKind::Period ? shown(Form::Period, v) : shown(Form::Date, v, true));
+            text(v == 0 ? noText() : kind == FieldKind::Period ? shown(Form::Period, v) : shown(Form::Date, v, true));
             emptyDateTest(row, col);
             break;
           }
           case FieldKind::DateTime: {
             const double v = numberOf(value);
             Matrix1.SetValue(row, col, v);
-            text(v == 0 ? QString() : shown(Form::DateTime, v, true));
+            text(v == 0 ? noText() : shown(Form::DateTime, v, true));
             break;
           }
           case FieldKind::Time: {
             const double v = numberOf(value);
             Matrix1.SetValue(row, col, v);
-            text(v == 0 && !showZeroValueText_ ? QString() : shown(Form::Time, v));
+            text(v == 0 && !showZeroValueText_ ? noText() : shown(Form::Time, v));
             break;
           }
           case FieldKind::Check: {

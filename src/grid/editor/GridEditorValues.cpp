@@ -122,7 +122,7 @@ int16_t GridEditor::SetValue(int32_t iRecord, int32_t iColumn, double Value) {
 
 // ---- Rendering ---------------------------------------------------------------------------------------
 
-QString GridEditor::shown(Form form, double v, int16_t arg) const {
+const QString& GridEditor::shown(Form form, double v, int16_t arg) const {
   constexpr size_t kSlots = 4096;  // a power of two
   if (shownTexts_.empty()) shownTexts_.resize(kSlots);
   uint64_t bits = 0;
@@ -186,7 +186,7 @@ void GridEditor::emptyDateTest(int32_t row, int32_t col) {
   if (text.isEmpty()) return;
   // The answer for the text tested last is kept with it: a date rendered on its write and again
   // by the load is one shared text, tested once.
-  if (!text.isSharedWith(testedDate_) || testedDateOffset_ != y) {
+  if (text.constData() != testedDate_.constData() || text.size() != testedDate_.size() || testedDateOffset_ != y) {
     testedDate_ = text;
     testedDateOffset_ = y;
     testedDateEmpty_ = false;
@@ -209,27 +209,27 @@ void GridEditor::CellDataChange(int32_t& Row, int32_t& Column) {
       case FieldKind::Check: showCheckCell(row, col, v); break;
       case FieldKind::YesNo: text(v == 1 ? QStringLiteral("Y") : QStringLiteral("N")); break;
       case FieldKind::Period:
-        text(v == 0 ? QString() : shown(Form::Period, v));
+        text(v == 0 ? noText() : shown(Form::Period, v));
         emptyDateTest(row, col);
         break;
       case FieldKind::Date:
-        text(v == 0 ? QString() : shown(Form::Date, v, true));
+        text(v == 0 ? noText() : shown(Form::Date, v, true));
         emptyDateTest(row, col);
         break;
       case FieldKind::DateTime:
-        text(v == 0 ? QString() : shown(Form::DateTime, v, false));
+        text(v == 0 ? noText() : shown(Form::DateTime, v, false));
         break;
-      case FieldKind::Time: text(zero ? QString() : shown(Form::Time, v)); break;
+      case FieldKind::Time: text(zero ? noText() : shown(Form::Time, v)); break;
       case FieldKind::LabelList:
         if (!attribute(attr::Labels, col).isEmpty()) text(labelAt(col, v));
         break;
-      case FieldKind::Hour: text(v == 0 ? QString() : shown(Form::Hour, v)); break;
-      case FieldKind::DayTime: text(v == 0 ? QString() : shown(Form::DayTime, v)); break;
-      case FieldKind::Year: text(v == 0 ? QString() : shown(Form::Year, v)); break;
+      case FieldKind::Hour: text(v == 0 ? noText() : shown(Form::Hour, v)); break;
+      case FieldKind::DayTime: text(v == 0 ? noText() : shown(Form::DayTime, v)); break;
+      case FieldKind::Year: text(v == 0 ? noText() : shown(Form::Year, v)); break;
       default:
         // Any other type shows the number, TEXT included: a value written to a TEXT column
         // replaces its text.
-        text(zero ? QString() : shown(Form::Number, v, decimalsOf(f, col)));
+        text(zero ? noText() : shown(Form::Number, v, decimalsOf(f, col)));
         break;
     }
   });

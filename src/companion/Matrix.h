@@ -49,8 +49,12 @@ class Matrix {
     const auto r = static_cast<uint32_t>(Row);
     const auto c = static_cast<uint32_t>(Column);
     if (Row < 0 || Column < 0) outOfRange();
-    if (c < columns_.size() && r < columns_[c].size()) {
-      columns_[c][r] = Value;
+    std::vector<double>* column = c < columns_.size() ? &columns_[c] : nullptr;
+    if (column && r < column->size()) {
+      (*column)[r] = Value;
+    } else if (column && r == column->size() && r < column->capacity()) {
+      column->push_back(Value);  // the next row of a column being filled down
+      if (r >= rows_) rows_ = r + 1;
     } else {
       store(r, c, Value);
     }

@@ -269,6 +269,22 @@ uint64_t SpreadSurface::intern(const QString& s) {
 
 const QString& SpreadSurface::text(uint64_t v) const { return strings_.at(qsizetype(v)); }
 
+SpreadSurface::Run* SpreadSurface::Runs::insert(Run* at, const Run& run) {
+  const size_t i = size_t(at - begin());
+  if (n_ == cap_) {
+    const uint32_t cap = cap_ * 2;
+    auto grown = std::make_unique<Run[]>(cap);
+    std::copy(begin(), end(), grown.get());
+    more_ = std::move(grown);
+    cap_ = cap;
+  }
+  Run* d = data();
+  std::copy_backward(d + i, d + n_, d + n_ + 1);
+  d[i] = run;
+  ++n_;
+  return d + i;
+}
+
 const SpreadSurface::Run* SpreadSurface::findRun(int32_t col, int32_t row, Prop p) const {
   const int cs = colSlot(col);
   if (cs < 0 || size_t(cs) >= cellStyles_.size()) return nullptr;
@@ -354,7 +370,7 @@ void SpreadSurface::writePropAt(int32_t col, int32_t row, Prop p, uint64_t v) {
   row = normRow(row);
   if (row != -1 && col != -1) {
     if (!validCol(col) || !validRow(row)) return;
-    std::vector<Run>& runs = cellStyles_[size_t(colSlot(col))].runs[p];
+    Runs& runs = cellStyles_[size_t(colSlot(col))].runs[p];
     if (runs.empty() || row > runs.back().r2) {
       // A row below every run of the column, as each new row is.
       // A cell that holds nothing of its own and would get the value it already shows needs no

@@ -226,11 +226,36 @@ class SpreadSurface final : public GridSurface {
     uint32_t stamp;
     uint64_t v;
   };
+  // The runs of one property in one column, in row order. Most columns hold one run of a
+  // property (every row alike), kept inline, so that a new row that joins it touches nothing
+  // beyond the column's own record.
+  class Runs {
+   public:
+    Runs() = default;
+    Runs(Runs&&) noexcept = default;
+    Runs& operator=(Runs&&) noexcept = default;
+    bool empty() const { return n_ == 0; }
+    Run* begin() { return data(); }
+    Run* end() { return data() + n_; }
+    const Run* begin() const { return data(); }
+    const Run* end() const { return data() + n_; }
+    Run& back() { return data()[n_ - 1]; }
+    const Run& back() const { return data()[n_ - 1]; }
+    void pop_back() { --n_; }
+    Run* insert(Run* at, const Run& run);
+
+   private:
+    Run* data() { return more_ ? more_.get() : &one_; }
+    const Run* data() const { return more_ ? more_.get() : &one_; }
+    uint32_t n_ = 0, cap_ = 1;
+    Run one_{};
+    std::unique_ptr<Run[]> more_;
+  };
   // A column's cell settings, and what its data cells resolve to below them when their row has
   // no setting of its own: the latest of the sheet's and the column's writes, taken anew after
   // any sheet, column or row write.
   struct ColumnStyles {
-    std::array<std::vector<Run>, PCount> runs;
+    std::array<Runs, PCount> runs;
     uint32_t taken = 0;  // levelWrites_ when `level` was taken; 0: never
     std::array<uint64_t, PCount> level{};
   };
@@ -306,7 +331,7 @@ class SpreadSurface final : public GridSurface {
     if (!blockMode_ && row_ > 0 && col_ > 0 && row_ <= maxRows_ && col_ <= maxCols_ &&
         size_t(rowSlot(row_)) >= rowStyles_.size()) {
       ColumnStyles& c = cellStyles_[size_t(colSlot(col_))];
-      std::vector<Run>& runs = c.runs[p];
+      Runs& runs = c.runs[p];
       if (runs.empty() || row_ > runs.back().r2) {
         if (c.taken != levelWrites_) takeLevels(c, col_);
         if (c.level[p] == v) return;

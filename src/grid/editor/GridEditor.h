@@ -466,9 +466,13 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
     QString text;
   };
   mutable std::vector<ShownText> shownTexts_;
-  QString testedDate_;  // the text the empty-date test saw last, under which year offset, and its answer
-  int32_t testedDateOffset_ = -1;
-  bool testedDateEmpty_ = false;
+  // What the empty-date test answered for a text, under a year offset.
+  struct TestedDate {
+    QString text;
+    int32_t yearOffset = -1;
+    bool empty = false;
+  };
+  std::vector<TestedDate> testedDates_;
   // Row -977 as a whole number, converted again when its text fails to convert.
   int16_t decimalsOf(const ColumnFacts& f, int32_t col) const;
   const QStringList& labelsOf(int32_t col, QStringList& scratch) const;

@@ -184,15 +184,19 @@ void GridEditor::emptyDateTest(int32_t row, int32_t col) {
   }
   const QString& text = mfgData.cellText(col, row);
   if (text.isEmpty()) return;
-  // The answer for the text tested last is kept with it: a date rendered on its write and again
-  // by the load is one shared text, tested once.
-  if (text.constData() != testedDate_.constData() || text.size() != testedDate_.size() || testedDateOffset_ != y) {
-    testedDate_ = text;
-    testedDateOffset_ = y;
-    testedDateEmpty_ = false;
-    for (const QString& year : years) testedDateEmpty_ = testedDateEmpty_ || vb::InStr(text, year) > 0;
+  // Answers are kept with the texts they were given for, by where the text lies: a date's text is
+  // shared by every cell that shows that date, so it is tested once. Holding the text keeps it
+  // unchanged and its place its own.
+  constexpr size_t kSlots = 256;  // a power of two
+  if (testedDates_.empty()) testedDates_.resize(kSlots);
+  TestedDate& t = testedDates_[(reinterpret_cast<uintptr_t>(text.constData()) >> 4) & (kSlots - 1)];
+  if (text.constData() != t.text.constData() || text.size() != t.text.size() || t.yearOffset != y) {
+    t.text = text;
+    t.yearOffset = y;
+    t.empty = false;
+    for (const QString& year : years) t.empty = t.empty || vb::InStr(text, year) > 0;
   }
-  if (testedDateEmpty_) mfgData.SetText(col, row, QString());
+  if (t.empty) mfgData.SetText(col, row, QString());
 }
 
 void GridEditor::CellDataChange(int32_t& Row, int32_t& Column) {

@@ -60,6 +60,7 @@ void SpreadSurface::setMaxRows(int32_t n) {
       if (c->value.size > keep) c->value.cut(keep);
     }
     if (rowStyles_.size() > keep) rowStyles_.resize(keep);
+    settleFreshRows();
     auto beyond = [n](quint64 k) { return int32_t(uint32_t(k >> 32)) - 2000 > n; };
     for (auto& holder : cellStyles_) {
       for (auto& runs : holder.runs) {
@@ -395,7 +396,10 @@ void SpreadSurface::writePropAt(int32_t col, int32_t row, Prop p, uint64_t v) {
     auto& styles = row == -1 ? colStyles_ : rowStyles_;
     const int slot = row == -1 ? colSlot(col) : rowSlot(row);
     if (slot < 0 || (row == -1 ? !validCol(col) : !validRow(row))) return;
-    if (size_t(slot) >= styles.size()) styles.resize(size_t(slot) + 1);
+    if (size_t(slot) >= styles.size()) {
+      styles.resize(size_t(slot) + 1);
+      settleFreshRows();
+    }
     if (!styles[size_t(slot)]) styles[size_t(slot)] = std::make_unique<Style>();
     target = styles[size_t(slot)].get();
   }
@@ -405,6 +409,30 @@ void SpreadSurface::writePropAt(int32_t col, int32_t row, Prop p, uint64_t v) {
   s.stamp[p] = ++stamp_;
   levelStamp_[p] = stamp_;
   ++levelWrites_;
+}
+
+void SpreadSurface::writeRowLooks(int32_t FirstCol, const RowLook* looks, int32_t count) {
+  bool grown = false;
+  for (int32_t i = 0; i < count; ++i) {
+    col_ = FirstCol + i;
+    const std::array<std::pair<Prop, uint64_t>, 4> writes{{{PHAlign, uint16_t(looks[i].hAlign)},
+                                                           {PVAlign, uint16_t(looks[i].vAlign)},
+                                                           {PBack, syscolor::Window},
+                                                           {PFore, syscolor::WindowText}}};
+    size_t done = 0;  // writes settled by the column's record, in order
+    // The empty note between the alignments and the colours writes nothing while no cell has one.
+    if (row_ >= freshRows_ && row_ <= maxRows_ && uint32_t(col_ - 1) < uint32_t(maxCols_) && notes_.isEmpty()) {
+      ColumnStyles& c = cellStyles_[size_t(colSlot(col_))];
+      if (c.taken != levelWrites_) takeLevels(c, col_);
+      while (done < writes.size() && settle(c, writes[done].first, writes[done].second, grown)) ++done;
+    }
+    // What is left of this cell goes the general way.
+    for (size_t k = done; k < writes.size(); ++k) {
+      if (k == 2) setCellNote(QString());
+      writeProp(writes[k].first, writes[k].second);
+    }
+  }
+  if (grown) changed();
 }
 
 void SpreadSurface::writePropSlow(Prop p, uint64_t v) {

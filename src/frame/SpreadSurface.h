@@ -33,7 +33,10 @@ class SpreadSurface final : public GridSurface {
   int32_t Col2() const override { return col2_; }
   void setCol2(int32_t c) override { col2_ = c; }
   bool BlockMode() const override { return blockMode_; }
-  void setBlockMode(bool b) override { blockMode_ = b; }
+  void setBlockMode(bool b) override {
+    blockMode_ = b;
+    settleFreshRows();
+  }
 
   int32_t ActiveRow() const override { return activeRow_; }
   int32_t ActiveCol() const override { return activeCol_; }
@@ -202,6 +205,16 @@ class SpreadSurface final : public GridSurface {
   // Copies the selected block as tab-separated lines to the clipboard, as the sheet's own copy does.
   void copySelection();
 
+  // The look a grid gives each cell of a new row: an alignment, no note, the window's colours.
+  struct RowLook {
+    int16_t hAlign = 0, vAlign = 0;
+  };
+  // Points at the cells of the pointed row from FirstCol on, one after the other, and writes
+  // each its TypeHAlign and TypeVAlign from `looks`, an empty CellNote, BackColor Window and
+  // ForeColor WindowText: the same as those writes one by one, with what they share looked up
+  // once per cell. The pointer is left on the last cell.
+  void writeRowLooks(int32_t FirstCol, const RowLook* looks, int32_t count);
+
   // Lines of the header area kept by number, as the spreadsheet numbers them.
   static int32_t normRow(int32_t r) { return r == SpreadHeader ? 0 : r; }
   static int32_t normCol(int32_t c) { return c == SpreadHeader ? 0 : c; }
@@ -328,28 +341,32 @@ class SpreadSurface final : public GridSurface {
   // nothing; such are most of the defaults each new row gets, so they are told apart first, from
   // one record per column.
   void writeProp(Prop p, uint64_t v) {
-    if (!blockMode_ && row_ > 0 && col_ > 0 && row_ <= maxRows_ && col_ <= maxCols_ &&
-        size_t(rowSlot(row_)) >= rowStyles_.size()) {
+    if (row_ >= freshRows_ && row_ <= maxRows_ && uint32_t(col_ - 1) < uint32_t(maxCols_)) {
       ColumnStyles& c = cellStyles_[size_t(colSlot(col_))];
-      Runs& runs = c.runs[p];
-      if (runs.empty() || row_ > runs.back().r2) {
-        if (c.taken != levelWrites_) takeLevels(c, col_);
-        if (c.level[p] == v) return;
-        // One more row for the run just above, when it holds the value and nothing newer
-        // stands over it.
-        if (!runs.empty()) {
-          Run& last = runs.back();
-          if (last.r2 == row_ - 1 && last.v == v && levelStamp_[p] < last.stamp) {
-            last.r2 = row_;
-            changed();
-            return;
-          }
-        }
+      if (c.taken != levelWrites_) takeLevels(c, col_);
+      bool grown = false;
+      if (settle(c, p, v, grown)) {
+        if (grown) changed();
+        return;
       }
     }
     writePropSlow(p, v);
   }
   void writePropSlow(Prop p, uint64_t v);
+  // A new row's cell write that the column's record settles alone: true when the cell shows the
+  // value already or the run just above it took the row (then `grown`); false when it needs the
+  // general path.
+  bool settle(ColumnStyles& c, Prop p, uint64_t v, bool& grown) {
+    Runs& runs = c.runs[p];
+    if (!runs.empty() && row_ <= runs.back().r2) return false;
+    if (c.level[p] == v) return true;
+    if (runs.empty()) return false;
+    Run& last = runs.back();
+    if (last.r2 != row_ - 1 || last.v != v || levelStamp_[p] >= last.stamp) return false;
+    last.r2 = row_;
+    grown = true;
+    return true;
+  }
   void writePropAt(int32_t col, int32_t row, Prop p, uint64_t v);
   void writeCellRun(int32_t col, int32_t row, Prop p, uint64_t v);
   const Run* findRun(int32_t col, int32_t row, Prop p) const;
@@ -400,6 +417,12 @@ class SpreadSurface final : public GridSurface {
   std::vector<ColumnStyles> cellStyles_;  // by column slot, header columns included
   std::array<uint32_t, PCount> levelStamp_{};  // latest write of each property to a row, column or sheet
   uint32_t levelWrites_ = 1;   // counts writes to a row, a column or the sheet
+  // The first data row from which no row has settings of its own, as new rows are; out of
+  // reach while the pointer covers a block.
+  int32_t freshRows_ = 1;
+  void settleFreshRows() {
+    freshRows_ = blockMode_ ? INT32_MAX : std::max<int32_t>(1, int32_t(rowStyles_.size()) - rowSlot(0));
+  }
   uint32_t headerTextEdits_ = 0;
   QStringList strings_;
   QHash<QString, uint64_t> stringIndex_;

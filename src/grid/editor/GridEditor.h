@@ -435,6 +435,10 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
     return &columnCache_[size_t(col)];
   }
   void renewColumnCache() const;
+  // Columns without a field type get nothing but their look in a new row; runs of them side by
+  // side are written in one call. The last column of the run that starts at a column (0: none),
+  // kept with the column cache.
+  int32_t plainRunEnd(int32_t col) const;
   // By value: a caller may raise events, and their handlers may write header texts, before it is done.
   ColumnFacts factsOf(int32_t col) const {
     ColumnCache* c = cacheOf(col);
@@ -526,6 +530,8 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   ColourPair colours_[3]{};
   mutable std::vector<ColumnCache> columnCache_;
   mutable uint32_t cacheEdits_ = 0;
+  mutable std::vector<int32_t> plainRunEnd_;  // by column; empty until asked after a renewal
+  mutable std::vector<SpreadSurface::RowLook> plainLooks_;
   // The colour legend: "<colour>;<description>" entries joined by ","; empty, no legend.
   QString legendList_;
 

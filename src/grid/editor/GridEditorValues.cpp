@@ -17,6 +17,23 @@ namespace tq7 {
 void GridEditor::renewColumnCache() const {
   columnCache_.assign(size_t(mfgData.MaxCols()) + 1, ColumnCache{});
   cacheEdits_ = mfgData.headerTextEdits();
+  plainRunEnd_.clear();
+}
+
+int32_t GridEditor::plainRunEnd(int32_t col) const {
+  if (!cacheOf(col)) return 0;
+  if (plainRunEnd_.empty()) {
+    const int32_t last = mfgData.MaxCols();
+    plainRunEnd_.assign(size_t(last) + 2, 0);
+    plainLooks_.assign(size_t(last) + 1, {});
+    for (int32_t c = last; c >= 1; --c) {
+      const ColumnFacts f = factsOf(c);
+      if (f.kind != FieldKind::None || !f.alignOk) continue;
+      plainLooks_[size_t(c)] = {f.h, f.v};
+      plainRunEnd_[size_t(c)] = plainRunEnd_[size_t(c) + 1] ? plainRunEnd_[size_t(c) + 1] : c;
+    }
+  }
+  return plainRunEnd_[size_t(col)];
 }
 
 int16_t GridEditor::decimalsOf(const ColumnFacts& f, int32_t col) const {
@@ -255,6 +272,11 @@ void GridEditor::FillINI2(std::optional<int32_t> iRow) {
   s.setRow2(row);
   StandardHelper& h = helper();
   for (int32_t col = 1; col <= s.MaxCols(); ++col) {
+    if (const int32_t end = plainRunEnd(col)) {
+      s.writeRowLooks(col, &plainLooks_[size_t(col)], end - col + 1);
+      col = end;
+      continue;
+    }
     const ColumnFacts f = factsOf(col);
     step([&] {
       s.setCol(col);

@@ -16,6 +16,10 @@ size_t pageRounded(size_t bytes) {
 }
 }  // namespace
 
+#ifndef MADV_POPULATE_WRITE
+#define MADV_POPULATE_WRITE 23
+#endif
+
 // Grows (or shrinks) an array to newBytes. A mapped one (of capBytes) is remapped in place or
 // moved by the kernel without copying; a heap one is copied once, usedBytes of it, into a fresh
 // mapping (the caller frees it).
@@ -28,6 +32,11 @@ void* mapGrow(void* p, size_t capBytes, size_t usedBytes, size_t newBytes, bool 
     if (q != MAP_FAILED && usedBytes) std::memcpy(q, p, usedBytes);
   }
   if (q == MAP_FAILED) throw std::bad_alloc();
+  // The part a growth adds is made resident in one call: the values that follow fill it, and a
+  // fault per page costs many times more, above all on a virtual machine. An older kernel that
+  // lacks the call leaves it to the faults.
+  const size_t from = pageRounded(usedBytes), to = pageRounded(newBytes);
+  if (to > from) madvise(static_cast<char*>(q) + from, to - from, MADV_POPULATE_WRITE);
   return q;
 }
 

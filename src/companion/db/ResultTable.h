@@ -20,8 +20,8 @@ enum class FieldType : int16_t { Empty = 0, Integer = 1, Double = 2, Date = 3, T
 
 // A growable array of plain values. Small arrays live on the heap; past a few hundred kilobytes
 // an array moves to its own mapping and grows with mremap, so that a column of a large result
-// never holds an old and a new copy at once, and pages that growth reserved but no value reached
-// are never resident.
+// never holds an old and a new copy at once; the pages a growth adds are made resident at once,
+// and what no value reached is given back when the fetch ends.
 namespace detail {
 void* mapGrow(void* p, size_t capBytes, size_t usedBytes, size_t newBytes, bool mapped);
 void mapFree(void* p, size_t bytes);

@@ -342,3 +342,65 @@ TEST(SpreadSurfaceLooks, FollowAPlainLogOfWritesThroughGrowingAndShrinking) {
     }
   }
 }
+
+// Writing a new row's looks in one call leaves every cell as the same writes one by one do, with
+// runs to join, cells and rows of their own, notes, and the pointer on a block.
+TEST(SpreadSurfaceLooks, ARowsLooksInOneCallEqualTheirWritesOneByOne) {
+  std::mt19937 rng(5);
+  auto pick = [&](int n) { return int(rng() % uint32_t(n)); };
+  for (int round = 0; round < 40; ++round) {
+    SpreadSurface one, each;
+    std::vector<SpreadSurface::RowLook> looks(8);
+    for (auto* s : {&one, &each}) {
+      s->setMaxCols(8);
+      s->setMaxRows(3);
+    }
+    std::mt19937 history{uint32_t(round)};
+    for (int step = 0; step < 30; ++step) {
+      const int what = int(history() % 6);
+      const int32_t c = 1 + int32_t(history() % 8), r = 1 + int32_t(history() % 3);
+      const int16_t v = int16_t(history() % 3);
+      for (auto* s : {&one, &each}) {
+        s->setCol(what == 3 ? -1 : c);
+        s->setRow(what == 4 ? -1 : r);
+        if (what == 5) s->setCellNote(QStringLiteral("n"));
+        else if (what % 2) s->setTypeVAlign(v);
+        else s->setBackColor(Colour(v));
+      }
+    }
+    for (auto& l : looks) l = {int16_t(pick(3)), int16_t(pick(3))};
+    const bool block = round % 5 == 4;
+    for (auto* s : {&one, &each}) {
+      s->setMaxRows(4);
+      if (round % 4 == 1) {  // a note in the row itself, to be cleared
+        s->setRow(round % 3 ? 4 : 2);
+        s->setCol(3 + round % 4);
+        s->setCellNote(QStringLiteral("old"));
+      }
+      s->setRow(round % 3 ? 4 : 2);
+      s->setRow2(3);
+      s->setCol2(2);
+      s->setBlockMode(block);
+    }
+    one.writeRowLooks(2, looks.data(), 6);
+    for (int32_t i = 0; i < 6; ++i) {
+      each.setCol(2 + i);
+      each.setTypeHAlign(looks[size_t(i)].hAlign);
+      each.setTypeVAlign(looks[size_t(i)].vAlign);
+      each.setCellNote(QString());
+      each.setBackColor(syscolor::Window);
+      each.setForeColor(syscolor::WindowText);
+    }
+    EXPECT_EQ(one.Col(), each.Col());
+    for (auto* s : {&one, &each}) s->setBlockMode(false);
+    for (int32_t r = 1; r <= 4; ++r)
+      for (int32_t c = 1; c <= 8; ++c) {
+        one.setRow(r), one.setCol(c), each.setRow(r), each.setCol(c);
+        ASSERT_EQ(one.TypeHAlign(), each.TypeHAlign()) << round << " " << c << "," << r;
+        ASSERT_EQ(one.TypeVAlign(), each.TypeVAlign()) << round << " " << c << "," << r;
+        ASSERT_EQ(one.BackColor(), each.BackColor()) << round << " " << c << "," << r;
+        ASSERT_EQ(one.ForeColor(), each.ForeColor()) << round << " " << c << "," << r;
+        ASSERT_EQ(one.CellNote(), each.CellNote()) << round << " " << c << "," << r;
+      }
+  }
+}

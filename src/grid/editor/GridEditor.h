@@ -439,6 +439,9 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   // side are written in one call. The last column of the run that starts at a column (0: none),
   // kept with the column cache.
   int32_t plainRunEnd(int32_t col) const;
+  // The first column after `col` whose row -990 names a field, MaxCols + 1 when none; a load
+  // walks only those. Kept with the column cache.
+  int32_t nextNamedColumn(int32_t col) const;
   // By value: a caller may raise events, and their handlers may write header texts, before it is done.
   ColumnFacts factsOf(int32_t col) const {
     ColumnCache* c = cacheOf(col);
@@ -532,6 +535,7 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   mutable uint32_t cacheEdits_ = 0;
   mutable std::vector<int32_t> plainRunEnd_;  // by column; empty until asked after a renewal
   mutable std::vector<SpreadSurface::RowLook> plainLooks_;
+  mutable std::vector<int32_t> nextNamed_;  // by column; empty until asked after a renewal
   // The colour legend: "<colour>;<description>" entries joined by ","; empty, no legend.
   QString legendList_;
 

@@ -70,7 +70,6 @@ void GridEditor::SetLast2(const QString& FolderPathName, const QString& ControlN
 void GridEditor::SetLast3(const QString& FolderPathName, const QString& ControlName, const QString& UserID,
                           const QString& UserConnectionString, const QString& AppConnectionString,
                           bool SkipDefault) {
-  // 1.
   step([&] { cmdOption.setVisible(true); });
   userConnection_ = UserConnectionString;
   appConnection_ = AppConnectionString;
@@ -79,7 +78,7 @@ void GridEditor::SetLast3(const QString& FolderPathName, const QString& ControlN
   // The folder ends in a separator; on this system that is the slash, and a backslash given by
   // an application written for the other one is taken as one too.
   if (!folderPath_.endsWith(QLatin1Char('/')) && !folderPath_.endsWith(QLatin1Char('\\'))) folderPath_ += QLatin1Char('/');
-  // 2. The user's language and highlight setting.
+  // The user's language and highlight setting.
   step([&] { setLanguageID(vb::CInt(GetUserSystemValue(userNumber_, QStringLiteral("LanguageID"), userConnection_))); });
   step([&] {
     disableEditHighlight_ =
@@ -87,9 +86,8 @@ void GridEditor::SetLast3(const QString& FolderPathName, const QString& ControlN
   });
   if (LanguageID() != 0) helpTip_ = QStringLiteral("Press F1 for Help");
   mfgData.setToolTipText(helpTip_);
-  // 3.
   controlName_ = ControlName;
-  // 4. The user's own column format, else the global one.
+  // The user's own column format, else the global one.
   step([&] {
     IniFile ini;
     const QString userFormat =
@@ -102,16 +100,13 @@ void GridEditor::SetLast3(const QString& FolderPathName, const QString& ControlN
                                     (QStringLiteral("GLOBAL:") + controlName_).toUpper()));
     }
   });
-  // 5.
   joinCaptions();
-  // 6.
   step([&] { mfgData.setRow(mfgData.MaxRows()); });
   setColumn(1);
   FillINI();
   resize();
   step([&] { mfgData.setRow(mfgData.MaxRows()); });
   setColumn(1);
-  // 7.
   GridReady2(SkipDefault);
 }
 
@@ -212,7 +207,7 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
   SpreadSurface& s = mfgData;
   int32_t failure = 0;
   try {
-    // 1.
+    // The please-wait screen, with the hourglass, over everything else.
     Text1.setText(QStringLiteral("Loading Data Please wait..."));
     Text1.setVisible(true);
     loading_ = true;
@@ -223,24 +218,21 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
     TbrButton.setVisible(false);
     platform().setMousePointer(MousePointer::Hourglass);
     platform().processEvents();
-    // 2. A missing table ends the load at once, the please-wait screen left standing.
+    // A missing table ends the load at once, the please-wait screen left standing.
     if (UseTableCheck && dbHelper().TableExists(table_, dataConnection_, 0) != 1) {
       platform().messageBox(QString::fromUtf8("ไม่พบตารางข้อมูล ") + table_ +
                             QString::fromUtf8("   ในฐานข้อมูล โปรดติดต่อผู้ดูแลระบบ"));
       editStatus_ = false;
       return;
     }
-    // 3.
     auto rs = std::make_unique<db::Recordset>();
     rs->Open(vb::Trim(QStringLiteral("SELECT * FROM ") + table_ + where_ + order_), data, 3, 1, -1);
-    // 4.
     s.setRow(s.MaxRows());
-    // 5. Runs only while the grid has at most one row, as it always has.
+    // The reset runs only while the grid has at most one row, as it always has.
     if (ClearFirst) {
       for (int32_t i = s.MaxRows(); i <= 1; ++i) Matrix1.ResetRow(i);
       FillINI();
     }
-    // 6.
     s.setCol(1);
     RecordSetReady = true;
     rsid_ = std::move(rs);
@@ -274,7 +266,7 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
 
     bool first = true;
     while (!r.EOF_()) {
-      // 7.1 The first record goes into the last row; each further one into a new row.
+      // The first record goes into the last row; each further one into a new row.
       if (first) {
         s.SetText(attr::RecordState, 1, QString());
         s.setRowHeight(1, defaultRowHeight_);
@@ -284,15 +276,13 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
       } else {
         cmdAppend_Click(false);
       }
-      // 7.2, 7.3
       int32_t last = s.MaxRows();
       if (listener_) listener_->MoveComplete(last);
       s.SetText(attr::RecordState, s.Row(), QStringLiteral("E"));
       const int32_t row = s.MaxRows();
-      // 7.4
-      for (int32_t col = 1; col <= s.MaxCols(); ++col) {
+      // Each column that names a field takes that field's value, by its type.
+      for (int32_t col = nextNamedColumn(0); col <= s.MaxCols(); col = nextNamedColumn(col)) {
         const ColumnFacts f = factsOf(col);
-        if (!f.named) continue;
         const int32_t fi = fieldFor(col);
         if (fi < 0) continue;
         if (UseFieldCheck) {
@@ -381,7 +371,6 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
           default: break;
         }
       }
-      // 7.5
       last = s.MaxRows();
       if (listener_) listener_->BeforeMoveNext(last);
       r.MoveNext();
@@ -391,7 +380,7 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
   } catch (const std::exception&) {
     failure = err::InvalidProcedureCall;
   }
-  // 8.
+  // After the last record, or a failure: the grid comes back whatever happened.
   step([&] { s.SetActiveCell(1, 1); });
   step([&] {
     s.setVisible(AutoShow);

@@ -18,6 +18,17 @@ void GridEditor::renewColumnCache() const {
   columnCache_.assign(size_t(mfgData.MaxCols()) + 1, ColumnCache{});
   cacheEdits_ = mfgData.headerTextEdits();
   plainRunEnd_.clear();
+  nextNamed_.clear();
+}
+
+int32_t GridEditor::nextNamedColumn(int32_t col) const {
+  const int32_t last = mfgData.MaxCols();
+  if (!cacheOf(col)) return last + 1;
+  if (nextNamed_.empty()) {
+    nextNamed_.assign(size_t(last) + 1, last + 1);
+    for (int32_t c = last; c >= 1; --c) nextNamed_[size_t(c) - 1] = factsOf(c).named ? c : nextNamed_[size_t(c)];
+  }
+  return nextNamed_[size_t(col)];
 }
 
 int32_t GridEditor::plainRunEnd(int32_t col) const {

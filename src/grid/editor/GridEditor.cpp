@@ -46,35 +46,31 @@ GridEditor::GridEditor(QString name) : Control(std::move(name)) {
   setUpToolBar();
   setUpPickers();  // the drop-downs of date and period cells, hidden, heard by the grid
 
-  // 1. The colour table from the surface's own colours.
+  // The colour table, starting from the surface's own colours.
   const Colour back = mfgData.BackColor();
   const Colour fore = mfgData.ForeColor();
   colours_[0] = {back, fore};
   colours_[1] = {0xC0FFFF, fore};
   colours_[2] = {0xFEFFE8, fore};
-  // 2.
   disableEditHighlight_ = 0;
   tipWidth_ = 5000;
   tipHeight_ = 5000;
   helpTip_ = QString::fromUtf8("กดปุ่ม F1 เพื่อดูวิธีใช้ทั้งหมด");
   setLanguageID(0);
   showFreeze_ = true;
-  // 3.
   setEnableNumber(true);
-  // 4.
   RecordCount = 0;
+  // Record rows are as tall as the surface's header row.
   defaultRowHeight_ = mfgData.RowHeight(0);
-  // 5.
   Matrix1.setListener(this);
   highestColumn_ = 0;
   primaryKeyColumn_ = 0;
   List2.setVisible(false);
-  // 6.
+  // Only Add on the tool bar; in edit mode a double click acts as F2.
   showAdd_ = true;
   doubleClickNoAction_ = true;
   showInsert_ = showRemove_ = showClear_ = showMoveUp_ = showMoveDown_ = false;
   doubleClickEventKeyCode_ = 113;
-  // 7.
   setUpSurface();
   mfgData.setToolTipText(helpTip_);
   alive_ = true;

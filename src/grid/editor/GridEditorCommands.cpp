@@ -123,7 +123,7 @@ void GridEditor::exchangeRows(int32_t a, int32_t b, bool recordColumns) {
 bool GridEditor::moveStep(bool down, bool asCommand) {
   SpreadSurface& s = mfgData;
   const int32_t active = s.ActiveRow();
-  // 1. The nearest live, visible row in that direction; removed and filtered rows are jumped over.
+  // The nearest live, visible row in that direction; removed and filtered rows are jumped over.
   int32_t target = 0;
   for (int32_t r = down ? active + 1 : active - 1; down ? r <= s.MaxRows() : r >= 1; r += down ? 1 : -1) {
     if (s.cellText(attr::RecordState, r) == QLatin1String("D")) continue;
@@ -133,14 +133,13 @@ bool GridEditor::moveStep(bool down, bool asCommand) {
     target = r;
     break;
   }
-  // 2.
+  // A single move hides the overlays; a run of moves hid them once before it started.
   if (asCommand) hideOverlays();
-  // 3. - 5. The lock table stays with the row.
+  // The lock table stays with the row.
   if (target) {
     exchangeRows(active, target, true);
     step([&] { s.SetActiveCell(s.ActiveCol(), target); });
   }
-  // 6.
   if (s.Visible()) s.SetFocus();
   return target != 0;
 }
@@ -191,17 +190,17 @@ void GridEditor::markDeleted(int32_t row) {
 
 void GridEditor::cmdDelete_Click() {
   SpreadSurface& s = mfgData;
-  // 1. The application answers inside the event.
+  // The application answers inside the event.
   stopActionDelete_ = false;
   raise(&GridEditorEvents::BeforeDeleteClickProcess);
   if (stopActionDelete_) return;
   const int32_t row = s.ActiveRow();
-  // 2. A locked record is never removed, whatever UseManualDeleteCheck says.
+  // A locked record is never removed, whatever UseManualDeleteCheck says.
   if (locks().GetValue(row, 0) > 0) {
     platform().messageBox(QString::fromUtf8("ไม่สามารถลบรายการที่เลือกได้ "));
     return;
   }
-  // 3. - 4. A saved record still referred to by another table is refused.
+  // A saved record still referred to by another table is refused.
   QString refusal;
   step([&] {
     const QString keyText = s.GetText(attr::StoredKey, row);
@@ -226,10 +225,9 @@ void GridEditor::cmdDelete_Click() {
     platform().messageBox(refusal);
     return;
   }
-  // 5. - 6.
   hideOverlays();
   markDeleted(row);
-  // 7. A place for the cursor: down over closed rows, then up.
+  // A place for the cursor: down over closed rows, then up.
   step([&] {
     int32_t r = s.ActiveRow();
     const int32_t col = s.ActiveCol();
@@ -243,7 +241,6 @@ void GridEditor::cmdDelete_Click() {
       s.SetActiveCell(col, r - 1);
     }
   });
-  // 8.
   raise(&GridEditorEvents::DeleteClick);
 }
 

@@ -180,12 +180,11 @@ void GridEditor::TextKeyAction(GridSurface& surface, TextBox& textBox, int16_t& 
 // ---- The commit ------------------------------------------------------------------------------------
 
 void GridEditor::commitText(GridSurface& surface, TextBox& textBox) {
-  // 1.
   const int32_t startCol = surface.ActiveCol();
   const int32_t row = surface.ActiveRow(), col = startCol;
-  // 2. The record counts as edited even when the commit is refused below.
+  // The record counts as edited even when the commit is refused below.
   step([&] { surface.SetText(attr::RecordState, row, QStringLiteral("E")); });
-  // 3. Each type's value goes to Matrix1 and its canonical text back into the box; a text the
+  // Each type's value goes to Matrix1 and its canonical text back into the box; a text the
   // type cannot read puts the cell's text back, without a word.
   StandardHelper& h = helper();
   step([&] {
@@ -249,9 +248,8 @@ void GridEditor::commitText(GridSurface& surface, TextBox& textBox) {
       default: break;
     }
   });
-  // 4.
   if (attribute(attr::PrimaryKey, col) == QLatin1String("1")) textBox.setText(h.KeyText(textBox.Text()));
-  // 5. Texts are compared whatever the type; a refusal leaves the value of step 3 in Matrix1.
+  // Texts are compared whatever the type; a refusal leaves the value just converted in Matrix1.
   if (attribute(attr::CanDuplicate, col) != QLatin1String("1")) {
     const QString mine = textBox.Text().toUpper();
     for (int32_t r = 1; r <= surface.MaxRows(); ++r) {
@@ -263,12 +261,10 @@ void GridEditor::commitText(GridSurface& surface, TextBox& textBox) {
       }
     }
   }
-  // 6. - 7.
   step([&] { surface.SetText(surface.ActiveCol(), surface.ActiveRow(), textBox.Text()); });
   raise(&GridEditorEvents::ValidData);
-  // 8.
   if (surface.Visible()) surface.SetFocus();
-  // 9. A ValidData handler that moved to another column has the last word.
+  // A ValidData handler that moved to another column has the last word.
   if (surface.ActiveCol() == startCol) {
     const int16_t stopBlankMove = h.TextToInteger(attribute(attr::StopBlankMove, startCol));
     if (!surface.GetText(surface.ActiveCol(), surface.ActiveRow()).isEmpty() || stopBlankMove == 0)
@@ -280,7 +276,6 @@ void GridEditor::commitText(GridSurface& surface, TextBox& textBox) {
 
 void GridEditor::openList(GridSurface& surface) {
   const int32_t row = surface.ActiveRow(), col = surface.ActiveCol();
-  // 1.
   step([&] {
     List1.Clear();
     for (const QString& entry : vb::Split(attribute(attr::LabelDataList, col), QStringLiteral(","))) {
@@ -291,7 +286,7 @@ void GridEditor::openList(GridSurface& surface) {
         List1.AddItem(pieces[0] + QStringLiteral(" (") + pieces[1] + QLatin1Char(')'));
     }
   });
-  // 2.
+  // A value past the end of the list is pulled back to its last entry, in the record too.
   step([&] {
     double position = Matrix1.GetValue(row, col);
     if (position > List1.ListCount() - 1) {
@@ -300,7 +295,7 @@ void GridEditor::openList(GridSurface& surface) {
     }
     List1.setListIndex(int(position));
   });
-  // 3. - 4. Below the cell, or on top of it when it would reach past the surface's bottom.
+  // Below the cell, or on top of it when it would reach past the surface's bottom.
   const double rowHeight = surface.RowHeight(row);
   step([&] {
     double x = 0, y = 0, w = 0, hgt = 0;
@@ -313,7 +308,6 @@ void GridEditor::openList(GridSurface& surface) {
     if (List1.Top() + List1.Height() >= surface.Top() + surface.Height())
       List1.setTop(List1.Top() - List1.Height() - rowHeight);
   });
-  // 5.
   step([&] { List1.setWidth(std::abs(surface.ColWidth(col)) - kOverlayInset); });
   step([&] {
     List1.setVisible(true);
@@ -346,10 +340,9 @@ void GridEditor::List1_LostFocus() { List1.setVisible(false); }
 
 void GridEditor::openPicker(GridSurface& surface, Widget& picker) {
   const int32_t row = surface.ActiveRow(), col = surface.ActiveCol();
-  // 1.
+  // An empty cell opens the picker on today, or on the current time for a date and time.
   double value = Matrix1.GetValue(row, col);
   if (value == 0) value = &picker == &DateTimeView1 ? platform().now() : std::floor(platform().now());
-  // 2.
   step([&] {
     if (&picker == &DateTimeView1) {
       DateTimeView1->setLanguageID(LanguageID());
@@ -368,7 +361,7 @@ void GridEditor::openPicker(GridSurface& surface, Widget& picker) {
       MonthYearView1.setHeight(MonthYearView1->Height());
     }
   });
-  // 3. - 4. Below the cell, pulled up to end at the surface's bottom when it would pass it.
+  // Below the cell, pulled up to end at the surface's bottom when it would pass it.
   step([&] {
     double x = 0, y = 0, w = 0, hgt = 0;
     surface.GetCellPos(col, row, x, y, w, hgt);
@@ -377,7 +370,6 @@ void GridEditor::openPicker(GridSurface& surface, Widget& picker) {
     if (picker.Top() + picker.Height() > surface.Top() + surface.Height())
       picker.setTop(surface.Top() + surface.Height() - picker.Height());
   });
-  // 5.
   step([&] {
     picker.setVisible(true);
     picker.SetFocus();

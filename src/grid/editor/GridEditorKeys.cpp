@@ -33,14 +33,12 @@ void GridEditor::relayKey(int16_t& KeyCode, int16_t& Shift) {
 void GridEditor::RunAction_KeyDown(int16_t& KeyCode, int16_t& Shift) { KeyDown(KeyCode, Shift); }
 
 void GridEditor::KeyDown(int16_t& KeyCode, int16_t& Shift) {
-  // 1.
   if (keyOnForeignCell()) return;
-  // 2. While the cell is being typed into, the keys belong to the editor.
+  // While the cell is being typed into, the keys belong to the editor.
   if (Text.Visible()) {
     Text.SetFocus();
     return;
   }
-  // 3.
   const bool edit = RUNMODE == QLatin1String("EDIT");
   switch (KeyCode) {
     case key::Delete:
@@ -302,7 +300,7 @@ void GridEditor::pasteByKey() {
 }
 
 void GridEditor::KeyPress(int16_t& KeyAscii) {
-  // 1.
+  // Nothing is typed into a row the user cannot see.
   const int32_t row = mfgData.ActiveRow();
   if (row < 1) return;
   bool hidden = false;
@@ -315,12 +313,11 @@ void GridEditor::KeyPress(int16_t& KeyAscii) {
   if (hidden || mfgData.RowHeight(row) <= 0) return;
   if (keyOnForeignCell()) return;
   if (Text.Visible()) return;
-  // 2. In view mode a character looks for the next row that begins with it.
+  // In view mode a character looks for the next row that begins with it.
   if (RUNMODE != QLatin1String("EDIT")) {
     findByKey(QString(QChar(char16_t(KeyAscii))));
     return;
   }
-  // 3.
   if (helper().TextToInteger(attribute(attr::CanEdit, mfgData.ActiveCol())) == 0) return;
   startCellEditor(KeyAscii);
 }
@@ -381,15 +378,14 @@ void GridEditor::NextColumnInput() {
 
 void GridEditor::MouseWheel(int32_t MouseKeys, int32_t Rotation, int32_t Xpos, int32_t Ypos) {
   (void)MouseKeys, (void)Xpos, (void)Ypos;
-  // 1.
+  // A notch scrolls by a page, counted in rows as tall as the first one.
   const double rowHeight = mfgData.RowHeight(1);
   if (rowHeight <= 0) return;
-  // 2. A short surface still scrolls by ten rows a notch.
+  // A short surface still scrolls by ten rows a notch.
   int32_t n = int32_t(std::floor(mfgData.Height() / rowHeight)) - 1;
   if (n < 10) n = 10;
-  // 3.
   const int32_t top = Rotation > 0 ? std::max(1, mfgData.TopRow() - n) : std::min(mfgData.MaxRows(), mfgData.TopRow() + n);
-  // 4.
+  // A notch that would put a closed row at the top does nothing.
   if (mfgData.RowHeight(top) > 0) step([&] { mfgData.setTopRow(top); });
 }
 

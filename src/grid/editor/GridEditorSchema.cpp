@@ -9,11 +9,11 @@ namespace tq7 {
 
 int16_t GridEditor::SetFirst(int32_t Cols) {
   SpreadSurface& s = mfgData;
-  // 1.
+  // Hidden while it is rebuilt; loading the records shows it again.
   step([&] { s.setVisible(false); });
   step([&] { s.setMaxCols(Cols == 0 ? 200 : Cols); });
   step([&] { s.setMaxRows(1); });
-  // 2. The value table and the lock table, dimensioned once.
+  // The value table and the lock table, dimensioned once.
   step([&] { Matrix1.Dimension(s.MaxRows() + 1, s.MaxCols() + 1, 1, 1); });
   step([&] { locks().Dimension(s.MaxRows() + 1, s.MaxCols() + 1, 1, 1); });
   step([&] { Matrix1.Clear(); });
@@ -21,10 +21,9 @@ int16_t GridEditor::SetFirst(int32_t Cols) {
   step([&] { Matrix1.SetMode(1); });
   step([&] { locks().SetMode(1); });
   step([&] { dbHelper().SetupGrid(s, 1); });
-  // 3.
+  // Column 0 carries the running numbers.
   step([&] { s.setColWidth(0, 300); });
   step([&] { s.SetActiveCell(1, 1); });
-  // 4.
   for (int32_t r = 1; r <= s.MaxRows(); ++r) {
     step([&] {
       s.SetText(attr::RecordState, r, QString());
@@ -33,14 +32,13 @@ int16_t GridEditor::SetFirst(int32_t Cols) {
       s.setRowHidden(false);
     });
   }
-  // 5.
   step([&] { dbHelper().NumberRows(s, 1, -1, 0, 0, 0, 1); });
   setbuttons();
   step([&] { s.SetActiveCell(1, 1); });
   step([&] { Text1.setVisible(false); });
-  // 6.
+  // The row gets its columns' looks and defaults.
   FillINI();
-  // 7.
+  // Two decimals until a column declares its own; a column of width 0 stays hidden.
   const int32_t keepCol = s.Col();
   for (int32_t c = 1; c <= s.MaxCols(); ++c) {
     step([&] {
@@ -93,12 +91,10 @@ int16_t GridEditor::addField3(int16_t Column, const QString& FieldName, const QS
   auto put = [&](int32_t row, const QString& text) { step([&] { s.SetText(col, row, text); }); };
   auto num = [](qint64 n) { return QString::number(n); };
 
-  // 1.
   step([&] { s.setVisible(false); });
   if (col > highestColumn_) highestColumn_ = col;
-  // 2.
+  // The pointer moves while the attributes are written; it is put back at the end.
   const int32_t keepRow = s.Row(), keepCol = s.Col();
-  // 3.
   step([&] {
     if (col > s.MaxCols()) s.setMaxCols(col);
   });
@@ -106,27 +102,25 @@ int16_t GridEditor::addField3(int16_t Column, const QString& FieldName, const QS
     s.setCol(col);
     s.setColHidden(false);
   });
-  // 4. A group caption shows for the whole grid as soon as one column has one.
+  // A group caption shows for the whole grid as soon as one column has one.
   put(attr::FieldName, FieldName);
   put(attr::GroupCaption1, GroupCaption1);
   if (!GroupCaption1.isEmpty()) step([&] { s.setRowHeight(attr::GroupCaption1, defaultRowHeight_); });
   put(attr::GroupCaption2, GroupCaption2);
   if (!GroupCaption2.isEmpty()) step([&] { s.setRowHeight(attr::GroupCaption2, defaultRowHeight_); });
-  // 5.
   put(attr::PrimaryKey, num(PrimaryKey));
   if (PrimaryKey == 1) {
     primaryKeyColumn_ = Column;
     primaryKeyName_ = FieldName;
   }
-  // 6.
   put(attr::CanDuplicate, num(CanDuplicate));
   put(attr::FieldType, FieldType);
-  // 7. A running number is never shown: its width is 0, whatever was asked.
+  // A running number is never shown: its width is 0, whatever was asked.
   if (FieldType == QLatin1String("AUTONUMBER")) {
     step([&] { s.setColWidth(col, 0); });
   } else {
-    // 8.
     put(attr::ShellCommand, ShellCommand);
+    // Types with a fixed text form have a fixed length, whatever was asked.
     int32_t length = MaxLength;
     if (FieldType == QLatin1String("HOUR") || FieldType == QLatin1String("TIME"))
       length = 5;
@@ -139,7 +133,7 @@ int16_t GridEditor::addField3(int16_t Column, const QString& FieldName, const QS
     else if (FieldType == QLatin1String("YEAR"))
       length = 4;
     put(attr::MaxLength, num(length));
-    // 9. A required column shows its caption in bold.
+    // A required column shows its caption in bold.
     put(attr::CanEdit, num(CanEdit));
     put(attr::CanBlank, num(CanBlank));
     if (CanBlank != 1) {
@@ -148,58 +142,52 @@ int16_t GridEditor::addField3(int16_t Column, const QString& FieldName, const QS
         s.setFontBold(true);
       });
     }
-    // 10.
     put(attr::CanDeleteAlias, num(CanDeleteAlias));
     put(attr::StopBlankMove, num(StopBlankMove));
     put(attr::NumberOfDecimal, num(NumberOfDecimal));
     put(attr::DisplayDecimal, num(DisplayDecimal));
-    // 11.
     put(attr::DefaultValue, vb::formatNumber(DefaultValue, NumberOfDecimal, true));
     put(attr::DefaultText, DefaultText);
-    // 12.
     put(attr::MinCon, MinCon);
     put(attr::MaxCon, MaxCon);
     put(attr::MinValue, vb::shortestText(MinValue));
     put(attr::MaxValue, vb::shortestText(MaxValue));
-    // 13. The labels alone, without their descriptions; an empty entry is one blank.
+    // The labels alone, without their descriptions; an empty entry is one blank.
     QStringList labels;
     for (QString entry : vb::Split(LabelDataList, QStringLiteral(","))) {
       if (entry.isEmpty()) entry = QStringLiteral(" ");
       labels.append(vb::Split(entry, QStringLiteral(";")).value(0));
     }
     put(attr::Labels, labels.join(QLatin1Char(',')));
-    // 14.
+    // The whole list too, descriptions included, for the drop-down.
     put(attr::LabelDataList, LabelDataList);
     put(attr::ListWidth, num(ListWidth));
-    // 15.
     step([&] { s.setColWidth(col, Width); });
   }
-  // 16. A column of width 0 is hidden, and the reverse.
+  // A column of width 0 is hidden, and the reverse.
   step([&] {
     s.setCol(col);
     s.setColHidden(s.ColWidth(col) == 0);
   });
-  // 17. The caption and its alignment.
+  // The caption and its alignment.
   put(attr::Caption, Caption);
   step([&] {
     s.setRow(attr::Caption);
     applyAlignment(TitleAlign, true);
   });
-  // 18. The whole column's alignment, kept in the attribute rows for new rows.
+  // The whole column's alignment, kept in the attribute rows for new rows.
   step([&] {
     s.setRow(-1);
     applyAlignment(RowAlign, false);
     s.SetText(col, attr::HAlign, num(s.TypeHAlign()));
     s.SetText(col, attr::VAlign, num(s.TypeVAlign()));
   });
-  // 19.
   step([&] {
     s.setRow(-1);
     s.setLock(true);
   });
   s.setRow(keepRow);
   s.setCol(keepCol);
-  // 20.
   if (!declaredWidths_.isEmpty()) declaredWidths_ += QLatin1Char(';');
   declaredWidths_ += QString::number(Column) + QLatin1Char(',') + QString::number(Width);
   return 0;

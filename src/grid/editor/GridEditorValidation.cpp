@@ -48,23 +48,23 @@ int16_t GridEditor::CheckRecordStatus(int32_t Record) {
     step([&] {
       const QString text = mfgData.GetText(col, row);
       const double value = Matrix1.GetValue(row, col);
-      // 1. Key.
+      // A key column, and whether it is blank.
       if (attribute(attr::PrimaryKey, col) == QLatin1String("1")) {
         ++keyCount;
         if (text.isEmpty()) ++keyBlank;
       }
-      // 2. Duplicate.
+      // A column that takes no duplicates: the same value in another live record is an error.
       if (attribute(attr::CanDuplicate, col) != QLatin1String("1")) {
         const QVariant checkValue = comparesByValue(kind) ? QVariant(value) : QVariant(text);
         if (CheckDulicate(col, checkValue, Record)) ++errorCount;
       }
-      // 3. Optional: every optional column counts as filled or not, whatever its type.
+      // Optional: every optional column counts as filled or not, whatever its type.
       if (attribute(attr::CanBlank, col) == QLatin1String("1")) {
         ++optionalCount;
         if (!text.isEmpty()) ++optionalFilled;
         return;
       }
-      // 4. Required.
+      // Required: an empty text, or a zero where a number or date belongs, is an error.
       ++requiredCount;
       bool checkLimits = false;
       switch (kind) {
@@ -87,7 +87,7 @@ int16_t GridEditor::CheckRecordStatus(int32_t Record) {
         case FieldKind::Time: checkLimits = true; break;
         default: break;  // required, and never failing
       }
-      // 5. Limits, both of them.
+      // Both limits, the lower and the upper.
       if (checkLimits) {
         if (breaks(attribute(attr::MinCon, col), value, h.TextToDouble(attribute(attr::MinValue, col)))) ++errorCount;
         if (breaks(attribute(attr::MaxCon, col), value, h.TextToDouble(attribute(attr::MaxValue, col)))) ++errorCount;

@@ -8,6 +8,7 @@ namespace tq7::db {
 QString Field::Name() const { return owner_->open().name(index_); }
 
 QVariant Field::Value() const { return owner_->valueAt(index_); }
+bool Field::numberValue(double& out) const { return owner_->numberAt(index_, out); }
 
 FieldType Field::Type() const { return owner_->open().type(index_); }
 

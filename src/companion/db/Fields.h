@@ -19,6 +19,9 @@ class Field {
   QString Name() const;
   // The value in the current record; a null QVariant for NULL. Throws when there is no current record.
   QVariant Value() const;
+  // The value in the current record as a number, without a variant, when it is stored as one;
+  // false for NULL, a text or bytes. Throws as Value does.
+  bool numberValue(double& out) const;
   FieldType Type() const;
 
  private:

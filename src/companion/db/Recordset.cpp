@@ -52,6 +52,12 @@ QVariant Recordset::valueAt(int32_t column) const {
   return t.value(pos_, column);
 }
 
+bool Recordset::numberAt(int32_t column, double& out) const {
+  const ResultTable& t = open();
+  if (pos_ < 0 || pos_ >= t.rowCount()) noCurrentRecord();
+  return t.number(pos_, column, out);
+}
+
 bool Recordset::EOF_() const {
   const ResultTable& t = open();
   return t.rowCount() == 0 || pos_ >= t.rowCount();

@@ -64,6 +64,7 @@ class Recordset {
   friend class Field;
   const ResultTable& open() const;
   QVariant valueAt(int32_t column) const;
+  bool numberAt(int32_t column, double& out) const;
 
   std::shared_ptr<const ResultTable> table_;
   db::Fields fields_;

@@ -70,6 +70,17 @@ bool ResultTable::isNull(int64_t row, int32_t c) const {
   return w < col.nulls.size() && ((col.nulls[w] >> (uint64_t(row) & 63)) & 1u);
 }
 
+bool ResultTable::number(int64_t row, int32_t c, double& out) const {
+  const Column& col = cols_[size_t(c)];
+  if (row < 0 || row >= col.count || isNull(row, c)) return false;
+  Kind k = col.kind;
+  if (k == Kind::Mixed) k = Kind(col.tags[size_t(row)]);
+  if (k == Kind::Int) out = double(col.nums[size_t(row)]);
+  else if (k == Kind::Double) out = std::bit_cast<double>(col.nums[size_t(row)]);
+  else return false;
+  return true;
+}
+
 QVariant ResultTable::value(int64_t row, int32_t c) const {
   const Column& col = cols_[size_t(c)];
   if (row < 0 || row >= col.count || isNull(row, c)) return QVariant();

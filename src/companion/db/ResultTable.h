@@ -131,6 +131,9 @@ class ResultTable {
   bool isNull(int64_t row, int32_t c) const;
   // The cell as a variant: a null QVariant for NULL, qlonglong, double, QString or QByteArray.
   QVariant value(int64_t row, int32_t c) const;
+  // The cell as a number when it holds one (not NULL, not a text or bytes): what a reader that
+  // wants numbers takes without making a variant.
+  bool number(int64_t row, int32_t c, double& out) const;
 
   // Filling, row by row: each column takes exactly one append per row, then endRow().
   void appendNull(int32_t c);

@@ -293,15 +293,21 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
             return;
           }
         }
-        const QVariant value = fields.Item(fi).Value();
-        if (f.primaryKey) s.SetText(attr::StoredKey, row, value.isNull() ? QString() : textOf(value));
-        if (value.isNull()) continue;
+        // A number the table stores as one is read as one; anything else (NULL, a text, a key,
+        // a label) as a variant.
         const FieldKind kind = f.kind;
+        double stored = 0;
+        const bool isNumber = !f.primaryKey && kind != FieldKind::Text && kind != FieldKind::LabelList &&
+                              fields.Item(fi).numberValue(stored);
+        const QVariant value = isNumber ? QVariant() : fields.Item(fi).Value();
+        if (f.primaryKey) s.SetText(attr::StoredKey, row, value.isNull() ? QString() : textOf(value));
+        if (!isNumber && value.isNull()) continue;
+        auto number = [&] { return isNumber ? stored : numberOf(value); };
         auto text = [&](const QString& t) { s.SetText(col, row, t); };
         switch (kind) {
           case FieldKind::Number:
           case FieldKind::AbsNumber: {
-            double v = numberOf(value);
+            double v = number();
             if (kind == FieldKind::AbsNumber) v = std::abs(v);
             Matrix1.SetValue(row, col, v);
             const bool zero = v == 0 && !showZeroValueText_;
@@ -309,52 +315,52 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
             break;
           }
           case FieldKind::Hour: {
-            const double v = numberOf(value);
+            const double v = number();
             Matrix1.SetValue(row, col, v);
             text(v == 0 && !showZeroValueText_ ? noText() : shown(Form::Hour, v));
             break;
           }
           case FieldKind::DayTime: {
-            const double v = numberOf(value);
+            const double v = number();
             Matrix1.SetValue(row, col, v);
             text(shown(Form::DayTime, v));
             break;
           }
           case FieldKind::Year: {
-            const double v = numberOf(value);
+            const double v = number();
             Matrix1.SetValue(row, col, v);
             text(shown(Form::Year, v));
             break;
           }
           case FieldKind::Text: text(textOf(value)); break;
           case FieldKind::YesNo: {
-            const double v = numberOf(value);
+            const double v = number();
             Matrix1.SetValue(row, col, v);
             text(v == 1 ? QStringLiteral("Y") : QStringLiteral("N"));
             break;
           }
           case FieldKind::Period:
           case FieldKind::Date: {
-            const double v = numberOf(value);
+            const double v = number();
             Matrix1.SetValue(row, col, v);
             text(v == 0 ? noText() : kind == FieldKind::Period ? shown(Form::Period, v) : shown(Form::Date, v, true));
             emptyDateTest(row, col);
             break;
           }
           case FieldKind::DateTime: {
-            const double v = numberOf(value);
+            const double v = number();
             Matrix1.SetValue(row, col, v);
             text(v == 0 ? noText() : shown(Form::DateTime, v, true));
             break;
           }
           case FieldKind::Time: {
-            const double v = numberOf(value);
+            const double v = number();
             Matrix1.SetValue(row, col, v);
             text(v == 0 && !showZeroValueText_ ? noText() : shown(Form::Time, v));
             break;
           }
           case FieldKind::Check: {
-            const double v = numberOf(value);
+            const double v = number();
             Matrix1.SetValue(row, col, v);
             const int32_t keepCol = s.Col();
             showCheckCell(row, col, v);

@@ -47,6 +47,14 @@ TEST(DbSqlite, StaticResultReadsTypedValuesAndKeepsNulls) {
   EXPECT_EQ(rs.Fields(0).Value().toLongLong(), 1);
   EXPECT_DOUBLE_EQ(rs.Fields(2).Value().toDouble(), 12.5);
   EXPECT_TRUE(note.Value().isNull());
+  // A stored number reads as a number without a variant; a text or a null does not.
+  double number = 0;
+  EXPECT_TRUE(rs.Fields(0).numberValue(number));
+  EXPECT_EQ(number, 1.0);
+  EXPECT_TRUE(rs.Fields(2).numberValue(number));
+  EXPECT_EQ(number, 12.5);
+  EXPECT_FALSE(name.numberValue(number));
+  EXPECT_FALSE(note.numberValue(number));
   rs.MoveNext();
   EXPECT_TRUE(rs.Fields(QStringLiteral("Qty")).Value().isNull());
   EXPECT_DOUBLE_EQ(rs.Fields(QStringLiteral("Sold")).Value().toDouble(), 45001.75);
@@ -61,6 +69,7 @@ TEST(DbSqlite, StaticResultReadsTypedValuesAndKeepsNulls) {
   EXPECT_TRUE(rs.EOF_());
   EXPECT_EQ(rs.AbsolutePosition(), pos::EOF_);
   EXPECT_EQ(errorOf([&] { (void)name.Value(); }).number, err::DbEofOrBof);
+  EXPECT_EQ(errorOf([&] { (void)rs.Fields(0).numberValue(number); }).number, err::DbEofOrBof);
   EXPECT_EQ(errorOf([&] { rs.MoveNext(); }).number, err::DbEofOrBof);
   EXPECT_EQ(errorOf([&] { rs.Fields(QStringLiteral("Nope")); }).number, err::DbItemNotFound);
   EXPECT_EQ(errorOf([&] { rs.Fields(6); }).number, err::DbItemNotFound);

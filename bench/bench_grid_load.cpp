@@ -87,12 +87,13 @@ int main(int argc, char** argv) {
   makeTable(small, 100000);
   makeTable(large, 200000);
 
-  // Warm the file cache and the code once, then take the best of three.
+  // Warm the file cache and the code once, then take the best of five: on a shared virtual
+  // machine a run can lose a third of its time to neighbours and to page reclaim.
   bareFetch(small);
   double bare = 1e9, load100 = 1e9, load200 = 1e9;
-  for (int i = 0; i < 3; ++i) bare = std::min(bare, bareFetch(small));
-  for (int i = 0; i < 3; ++i) load100 = std::min(load100, gridLoad(small, 100000));
-  for (int i = 0; i < 2; ++i) load200 = std::min(load200, gridLoad(large, 200000));
+  for (int i = 0; i < 5; ++i) bare = std::min(bare, bareFetch(small));
+  for (int i = 0; i < 5; ++i) load100 = std::min(load100, gridLoad(small, 100000));
+  for (int i = 0; i < 5; ++i) load200 = std::min(load200, gridLoad(large, 200000));
 
   const double ratio = load100 / bare;
   const double linear = load200 / load100;

@@ -282,7 +282,7 @@ class SpreadSurface final : public GridSurface {
   // never moves what it holds, and a read is two indexes.
   template <class T>
   struct Blocks {
-    static constexpr size_t kBlock = 4096;
+    static constexpr size_t kBlock = 512;
     std::vector<std::unique_ptr<T[]>> blocks;
     size_t size = 0;  // slots that may hold something; the rest read as T()
     T& at(size_t rs) { return blocks[rs / kBlock][rs % kBlock]; }

@@ -46,17 +46,15 @@ db::Fields& Recordset::Fields() {
   return fields_;
 }
 
-QVariant Recordset::valueAt(int32_t column) const {
+const ResultTable& Recordset::current() const {
   const ResultTable& t = open();
   if (pos_ < 0 || pos_ >= t.rowCount()) noCurrentRecord();
-  return t.value(pos_, column);
+  return t;
 }
 
-bool Recordset::numberAt(int32_t column, double& out) const {
-  const ResultTable& t = open();
-  if (pos_ < 0 || pos_ >= t.rowCount()) noCurrentRecord();
-  return t.number(pos_, column, out);
-}
+QVariant Recordset::valueAt(int32_t column) const { return current().value(pos_, column); }
+
+bool Recordset::numberAt(int32_t column, double& out) const { return current().number(pos_, column, out); }
 
 bool Recordset::EOF_() const {
   const ResultTable& t = open();

@@ -63,6 +63,8 @@ class Recordset {
  private:
   friend class Field;
   const ResultTable& open() const;
+  // The open result, with a current record; throws when there is none.
+  const ResultTable& current() const;
   QVariant valueAt(int32_t column) const;
   bool numberAt(int32_t column, double& out) const;
 

@@ -70,23 +70,24 @@ bool ResultTable::isNull(int64_t row, int32_t c) const {
   return w < col.nulls.size() && ((col.nulls[w] >> (uint64_t(row) & 63)) & 1u);
 }
 
-bool ResultTable::number(int64_t row, int32_t c, double& out) const {
+ResultTable::Kind ResultTable::kindAt(int64_t row, int32_t c) const {
   const Column& col = cols_[size_t(c)];
-  if (row < 0 || row >= col.count || isNull(row, c)) return false;
-  Kind k = col.kind;
-  if (k == Kind::Mixed) k = Kind(col.tags[size_t(row)]);
-  if (k == Kind::Int) out = double(col.nums[size_t(row)]);
-  else if (k == Kind::Double) out = std::bit_cast<double>(col.nums[size_t(row)]);
-  else return false;
+  if (row < 0 || row >= col.count || isNull(row, c)) return Kind::None;
+  return col.kind == Kind::Mixed ? Kind(col.tags[size_t(row)]) : col.kind;
+}
+
+bool ResultTable::number(int64_t row, int32_t c, double& out) const {
+  const Kind k = kindAt(row, c);
+  if (k != Kind::Int && k != Kind::Double) return false;
+  const int64_t n = cols_[size_t(c)].nums[size_t(row)];
+  out = k == Kind::Int ? double(n) : std::bit_cast<double>(n);
   return true;
 }
 
 QVariant ResultTable::value(int64_t row, int32_t c) const {
   const Column& col = cols_[size_t(c)];
-  if (row < 0 || row >= col.count || isNull(row, c)) return QVariant();
   const size_t r = size_t(row);
-  Kind k = col.kind;
-  if (k == Kind::Mixed) k = Kind(col.tags[r]);
+  const Kind k = kindAt(row, c);
   switch (k) {
     case Kind::Int: return QVariant(qlonglong(col.nums[r]));
     case Kind::Double: return QVariant(std::bit_cast<double>(col.nums[r]));

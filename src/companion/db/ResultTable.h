@@ -162,6 +162,8 @@ class ResultTable {
     PodBuffer<uint8_t> tags;      // Mixed only: the kind of each row
   };
 
+  // What the cell holds: None for NULL or a row beyond the column.
+  Kind kindAt(int64_t row, int32_t c) const;
   Column& prepare(int32_t c, bool isNull);
   void toMixed(Column& col);
   void intsToDoubles(Column& col);

@@ -417,7 +417,6 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
     FieldKind kind = FieldKind::None;
     bool named = false;       // row -990 holds a field name
     bool primaryKey = false;  // row -989 is "1"
-    bool hasLabels = false;   // row -978 is not empty
     bool alignOk = false, decimalsOk = false, positionOk = false;
     int16_t h = 0, v = 0;         // rows -968 and -967
     int16_t displayDecimal = 0;   // row -977

@@ -65,7 +65,6 @@ GridEditor::ColumnFacts GridEditor::readFacts(int32_t col) const {
   f.kind = fieldKind(attribute(attr::FieldType, col));
   f.named = !attribute(attr::FieldName, col).isEmpty();
   f.primaryKey = attribute(attr::PrimaryKey, col) == QLatin1String("1");
-  f.hasLabels = !attribute(attr::Labels, col).isEmpty();
   f.alignOk = whole(attr::HAlign, f.h) && whole(attr::VAlign, f.v);
   f.decimalsOk = whole(attr::DisplayDecimal, f.displayDecimal);
   f.positionOk = whole(attr::DefaultValue, f.defaultPosition);
@@ -151,13 +150,13 @@ int16_t GridEditor::SetValue(int32_t iRecord, int32_t iColumn, double Value) {
 // ---- Rendering ---------------------------------------------------------------------------------------
 
 const QString& GridEditor::shown(Form form, double v, int16_t arg) const {
-  constexpr size_t kSlots = 4096;  // a power of two
-  if (shownTexts_.empty()) shownTexts_.resize(kSlots);
+  constexpr int kSlotBits = 12;  // 4096 slots
+  if (shownTexts_.empty()) shownTexts_.resize(size_t(1) << kSlotBits);
   uint64_t bits = 0;
   std::memcpy(&bits, &v, sizeof bits);
   const int16_t yearOffset = StandardHelper::YearOffset();
   const uint64_t key = (bits ^ (uint64_t(form) << 56) ^ (uint64_t(uint16_t(arg)) << 40)) * 0x9E3779B97F4A7C15ull;
-  ShownText& e = shownTexts_[size_t(key >> 54) & (kSlots - 1)];
+  ShownText& e = shownTexts_[size_t(key >> (64 - kSlotBits))];
   if (e.used && e.bits == bits && e.form == form && e.arg == arg && e.yearOffset == yearOffset) return e.text;
   const StandardHelper& h = helper();
   switch (form) {

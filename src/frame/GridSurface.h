@@ -39,6 +39,9 @@ class GridSurfaceEvents {
   }
   // The scroll position moved (for hosts and owners that place overlays).
   virtual void TopLeftChange() {}
+  // The cursor was put on a cell by code (SetActiveCell), which raises no SelChange; for owners
+  // that keep an editor in line with the active cell.
+  virtual void ActiveCellSet(int32_t Col, int32_t Row) { (void)Col, (void)Row; }
 };
 
 // Key codes of the classic key set, as the surface and the grids see them.

@@ -541,6 +541,8 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   // Cell editing: the surface's new selection loads the text box; the overlays' focus.
   void SelChange(int32_t BlockCol, int32_t BlockRow, int32_t BlockCol2, int32_t BlockRow2, int32_t CurCol,
                  int32_t CurRow) override;
+  void ActiveCellSet(int32_t Col, int32_t Row) override;
+  void loadTextBox(int32_t col, int32_t row);
   void onChildLostFocus(Widget& w) override;
   void commitText(GridSurface& surface, TextBox& textBox);
   void openList(GridSurface& surface);

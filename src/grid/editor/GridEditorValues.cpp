@@ -424,7 +424,9 @@ QString GridEditor::GETTextByColumnName(int32_t Record, const QString& ColumnNam
 
 double GridEditor::GETDate2(int32_t Record, int32_t Column) {
   if (Record > mfgData.MaxRows() || Column > mfgData.MaxCols()) return 0;
-  return Matrix1.GetValue(Record, Column);
+  double date = 0;  // the zero date, kept when the value names no date
+  step([&] { date = vb::CDate(Matrix1.GetValue(Record, Column)); });
+  return date;
 }
 
 }  // namespace tq7

@@ -388,7 +388,7 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
     RecordCount = rsid_->RecordCount();
   });
   RecordSetReady = false;
-  step([&] { dbHelper().NumberRows(s, 1, -1, 0, 0, 0, 1); });
+  numberRows();
   platform().setMousePointer(MousePointer::Default);
   Text1.setVisible(false);
   List2.setVisible(false);

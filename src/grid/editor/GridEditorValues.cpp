@@ -277,7 +277,7 @@ void GridEditor::FillINI2(std::optional<int32_t> iRow) {
   SpreadSurface& s = mfgData;
   int32_t row = iRow.value_or(0);
   if (row < 1 || row > s.MaxRows()) row = s.MaxRows();
-  if (enableNumber_) step([&] { dbHelper().NumberRows(s, 1, -1, 0, 0, 0, 1); });
+  if (enableNumber_) numberRows();
   s.setRow(row);
   s.setRow2(row);
   StandardHelper& h = helper();

@@ -61,6 +61,7 @@ void SpreadSurface::setMaxRows(int32_t n) {
     }
     if (rowStyles_.size() > keep) rowStyles_.resize(keep);
     settleFreshRows();
+    rowLooksTail_.count = 0;  // runs are cut below
     auto beyond = [n](quint64 k) { return int32_t(uint32_t(k >> 32)) - 2000 > n; };
     for (auto& holder : cellStyles_) {
       for (auto& runs : holder.runs) {
@@ -336,6 +337,8 @@ uint64_t SpreadSurface::resolve(int32_t col, int32_t row, Prop p) const {
 }
 
 void SpreadSurface::writeCellRun(int32_t col, int32_t row, Prop p, uint64_t v) {
+  // A cell setting kept in a column of the remembered new-row looks may move their runs.
+  if (uint32_t(col - rowLooksTail_.first) < uint32_t(rowLooksTail_.count)) rowLooksTail_.count = 0;
   auto& runs = cellStyles_[size_t(colSlot(col))].runs[p];
   auto it = std::upper_bound(runs.begin(), runs.end(), row, [](int32_t r, const Run& run) { return r < run.r1; });
   // Growing the run just above keeps its stamp, which is exact while no row, column or sheet
@@ -413,6 +416,21 @@ void SpreadSurface::writePropAt(int32_t col, int32_t row, Prop p, uint64_t v) {
 }
 
 void SpreadSurface::writeRowLooks(int32_t FirstCol, const RowLook* looks, int32_t count) {
+  if (count <= 0) return;
+  const bool fresh = row_ >= freshRows_ && row_ <= maxRows_ && notes_.isEmpty() && FirstCol >= 1 &&
+                     FirstCol + count - 1 <= maxCols_;
+  RowLooksTail& tail = rowLooksTail_;
+  if (fresh && tail.count == count && tail.first == FirstCol && tail.row + 1 == row_ &&
+      tail.levelWrites == levelWrites_ &&
+      std::equal(looks, looks + count, tail.looks.begin(),
+                 [](const RowLook& a, const RowLook& b) { return a.hAlign == b.hAlign && a.vAlign == b.vAlign; })) {
+    for (Run* end : tail.ends) end->r2 = row_;
+    tail.row = row_;
+    col_ = FirstCol + count - 1;
+    if (!tail.ends.empty()) changed();
+    return;
+  }
+  tail.count = 0;
   bool grown = false;
   for (int32_t i = 0; i < count; ++i) {
     col_ = FirstCol + i;
@@ -434,6 +452,36 @@ void SpreadSurface::writeRowLooks(int32_t FirstCol, const RowLook* looks, int32_
     }
   }
   if (grown) changed();
+  if (fresh) keepRowLooksTail(FirstCol, looks, count);
+}
+
+void SpreadSurface::keepRowLooksTail(int32_t FirstCol, const RowLook* looks, int32_t count) {
+  RowLooksTail& tail = rowLooksTail_;
+  tail.ends.clear();
+  for (int32_t i = 0; i < count; ++i) {
+    const int32_t col = FirstCol + i;
+    ColumnStyles& c = cellStyles_[size_t(colSlot(col))];
+    if (c.taken != levelWrites_) takeLevels(c, col);
+    const std::array<std::pair<Prop, uint64_t>, 4> writes{{{PHAlign, uint16_t(looks[i].hAlign)},
+                                                           {PVAlign, uint16_t(looks[i].vAlign)},
+                                                           {PBack, syscolor::Window},
+                                                           {PFore, syscolor::WindowText}}};
+    for (const auto& [p, v] : writes) {
+      // As a next row's write would settle it: by the levels, or by lengthening the run above.
+      Runs& runs = c.runs[p];
+      if (!runs.empty() && runs.back().r2 > row_) return;
+      if (c.level[p] == v) continue;
+      if (runs.empty()) return;
+      Run& last = runs.back();
+      if (last.r2 != row_ || last.v != v || levelStamp_[p] >= last.stamp) return;
+      tail.ends.push_back(&last);
+    }
+  }
+  tail.first = FirstCol;
+  tail.count = count;
+  tail.row = row_;
+  tail.levelWrites = levelWrites_;
+  tail.looks.assign(looks, looks + count);
 }
 
 void SpreadSurface::writePropSlow(Prop p, uint64_t v) {

@@ -417,6 +417,16 @@ class SpreadSurface final : public GridSurface {
   std::vector<ColumnStyles> cellStyles_;  // by column slot, header columns included
   std::array<uint32_t, PCount> levelStamp_{};  // latest write of each property to a row, column or sheet
   uint32_t levelWrites_ = 1;   // counts writes to a row, a column or the sheet
+  // What the last writeRowLooks left, when every cell of its columns then showed its look from
+  // the levels or as the end of the run just above it: the next row's same looks, with no level
+  // written since and no cell setting of those columns but by this, only lengthen those runs.
+  struct RowLooksTail {
+    int32_t first = 0, count = 0, row = 0;
+    uint32_t levelWrites = 0;
+    std::vector<RowLook> looks;
+    std::vector<Run*> ends;  // the runs a next row lengthens; stable until a cell setting is kept
+  } rowLooksTail_;
+  void keepRowLooksTail(int32_t FirstCol, const RowLook* looks, int32_t count);
   // The first data row from which no row has settings of its own, as new rows are; out of
   // reach while the pointer covers a block.
   int32_t freshRows_ = 1;

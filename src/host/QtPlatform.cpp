@@ -14,6 +14,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFontMetricsF>
+#include <ctime>
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QLabel>
@@ -356,7 +357,18 @@ void QtPlatform::showModal(Form& form) {
   form.Hide();
 }
 
-double QtPlatform::now() { return serialOf(QDateTime::currentDateTime()); }
+// The date and time to the second, as the language's Now gives them. A load asks for it once a
+// record (a date-and-time column's default); the local time is worked out only when the second
+// has moved.
+double QtPlatform::now() {
+  timespec ts{};
+  clock_gettime(CLOCK_REALTIME, &ts);
+  if (ts.tv_sec != nowSecond_) {
+    nowSecond_ = ts.tv_sec;
+    nowSerial_ = serialOf(QDateTime::fromSecsSinceEpoch(ts.tv_sec));
+  }
+  return nowSerial_;
+}
 
 QString QtPlatform::clipboardText() { return QGuiApplication::clipboard()->text(); }
 

@@ -43,6 +43,9 @@ class QtPlatform : public Platform {
 
  private:
   bool hourglass_ = false;
+  // The clock's last whole second and its local date and time as a serial.
+  int64_t nowSecond_ = -1;
+  double nowSerial_ = 0;
 };
 
 // Installs one Qt platform for the whole process and answers it.

@@ -522,6 +522,9 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   int32_t userNumber_ = 0;
   bool loading_ = false;
   int32_t lastActiveRow_ = 0;  // kept when the overlays are hidden in edit mode
+  // Off while a load walks its records: it moves the cursor with every record and ends on cell
+  // (1, 1), which loads the box then.
+  bool textBoxFollows_ = true;
 
   double defaultRowHeight_ = 0;
   int32_t highestColumn_ = 0;

@@ -46,7 +46,9 @@ void GridEditor::SelChange(int32_t, int32_t, int32_t, int32_t, int32_t CurCol, i
   raise(&GridEditorEvents::SelChange);
 }
 
-void GridEditor::ActiveCellSet(int32_t Col, int32_t Row) { loadTextBox(Col, Row); }
+void GridEditor::ActiveCellSet(int32_t Col, int32_t Row) {
+  if (textBoxFollows_) loadTextBox(Col, Row);
+}
 
 void GridEditor::Text_GotFocus() {
   const int n = int(Text.Text().size());

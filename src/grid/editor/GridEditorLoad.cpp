@@ -255,6 +255,7 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
     };
 
     bool first = true;
+    textBoxFollows_ = false;
     while (!r.EOF_()) {
       // The first record goes into the last row; each further one into a new row.
       if (first) {
@@ -377,6 +378,7 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
     failure = err::InvalidProcedureCall;
   }
   // After the last record, or a failure: the grid comes back whatever happened.
+  textBoxFollows_ = true;
   step([&] { s.SetActiveCell(1, 1); });
   step([&] {
     s.setVisible(AutoShow);

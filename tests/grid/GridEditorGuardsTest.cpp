@@ -111,7 +111,7 @@ TEST_F(Guards, FillINI2ResetsNoteAndColoursWhenAnAlignmentDoesNotConvert) {
   EXPECT_EQ(cell(1, 1), "abc");  // and the default after the look
 }
 
-// A default that does not convert: each write of the default is a statement of its own.
+// A default that cannot be shown: each write of the default is a statement of its own.
 TEST_F(Guards, FillINI2WritesEachDefaultStatementOnItsOwn) {
   g.SetFirst(3);
   column(1, "LABELLIST", 0, QStringLiteral("a;first,b;second,c;third"));
@@ -129,8 +129,10 @@ TEST_F(Guards, FillINI2WritesEachDefaultStatementOnItsOwn) {
   g.setTextMatrix(1, 3, QStringLiteral("01/2442"));
 
   g.FillINI2(1);
-  EXPECT_EQ(g.Matrix1.GetValue(1, 1), 0);  // the position stays 0: the first label
-  EXPECT_EQ(cell(1, 1), "a");
+  // The position is converted in both its statements, and both fail; the columns after it
+  // still get their defaults.
+  EXPECT_EQ(g.Matrix1.GetValue(1, 1), 2);
+  EXPECT_EQ(cell(1, 1), "c");
   EXPECT_EQ(g.Matrix1.GetValue(1, 2), 999999999);
   EXPECT_EQ(cell(1, 2), "");
   EXPECT_EQ(g.Matrix1.GetValue(1, 3), 999999999);

@@ -193,22 +193,23 @@ void GridEditor::cmdDelete_Click() {
     return;
   }
   // A saved record still referred to by another table is refused.
-  // Each statement on its own: a key text that is no date is passed empty, a check that fails
-  // finds no table, a failed look-up names the table itself.
+  // The check and the look-up are statements of their own: a key text that is no date fails the
+  // check, which then names no table; a look-up that fails names the table itself.
   QString refusal;
   const QString keyText = s.GetText(attr::StoredKey, row);
   if (!keyText.isEmpty() && !useManualDeleteCheck_) {
-    QVariant key;
-    switch (fieldKind(attribute(attr::FieldType, primaryKeyColumn_))) {
-      case FieldKind::Text: key = keyText; break;
-      case FieldKind::Period:
-      case FieldKind::Date:
-      case FieldKind::DateTime:
-      case FieldKind::Time: step([&] { key = vb::serialToDateTime(vb::CDate(keyText)); }); break;
-      default: key = helper().TextToDouble(keyText); break;
-    }
+    auto key = [&]() -> QVariant {
+      switch (fieldKind(attribute(attr::FieldType, primaryKeyColumn_))) {
+        case FieldKind::Text: return keyText;
+        case FieldKind::Period:
+        case FieldKind::Date:
+        case FieldKind::DateTime:
+        case FieldKind::Time: return vb::serialToDateTime(vb::CDate(keyText));
+        default: return helper().TextToDouble(keyText);
+      }
+    };
     QString table;
-    step([&] { table = dbHelper().CheckReferences(key, dataConnection_, primaryKeyName_); });
+    step([&] { table = dbHelper().CheckReferences(key(), dataConnection_, primaryKeyName_); });
     if (!table.isEmpty()) {
       QString alias;
       step([&] {

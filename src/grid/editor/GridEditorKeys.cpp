@@ -203,12 +203,13 @@ void GridEditor::multiLineByKey() {
   step([&] { canEdit = helper().TextToInteger(attribute(attr::CanEdit, col)); });
   const bool editable = RUNMODE == QLatin1String("EDIT") && canEdit != 0;
   step([&] { maxLength = helper().TextToInteger(attribute(attr::MaxLength, col)); });
-  QString answer;
+  // One statement: a box that fails writes nothing.
   step([&] {
-    answer = helper().MultiLineInput(attribute(attr::Caption, col), mfgData.GetText(col, row),
-                                     QString::fromUtf8("พิมพ์ข้อความ"), true, 0, maxLength, true, 5775, 4000, editable);
+    mfgData.SetText(col, row,
+                    helper().MultiLineInput(attribute(attr::Caption, col), mfgData.GetText(col, row),
+                                            QString::fromUtf8("พิมพ์ข้อความ"), true, 0, maxLength, true, 5775, 4000,
+                                            editable));
   });
-  step([&] { mfgData.SetText(col, row, answer); });
 }
 
 // F7 (empty text: the search asks) and a character typed in view mode.

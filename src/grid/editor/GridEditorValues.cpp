@@ -357,11 +357,13 @@ void GridEditor::FillINI2(std::optional<int32_t> iRow) {
         break;
       }
       case FieldKind::LabelList: {
-        // A position that does not convert stays 0: the first label.
-        int16_t position = f.positionOk ? f.defaultPosition : int16_t(0);
-        if (!f.positionOk) step([&] { position = h.TextToInteger(attribute(attr::DefaultValue, col)); });
-        value(std::abs(double(position)));
-        if (!attribute(attr::Labels, col).isEmpty()) text([&] { return labelAt(col, position); });
+        // The position is converted in each statement that uses it: one that does not convert
+        // fails both the value and the label.
+        auto position = [&]() -> int16_t {
+          return f.positionOk ? f.defaultPosition : h.TextToInteger(attribute(attr::DefaultValue, col));
+        };
+        step([&] { Matrix1.SetValue(row, col, std::abs(double(position()))); });
+        if (!attribute(attr::Labels, col).isEmpty()) text([&] { return labelAt(col, position()); });
         break;
       }
       default: break;

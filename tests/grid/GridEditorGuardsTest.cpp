@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <QDate>
+#include <iterator>
 
 using namespace tq7;
 
@@ -291,4 +292,61 @@ TEST_F(Guards, APickerOpensOnAValueItCannotShow) {
   EXPECT_TRUE(g.MonthYearView1.Visible());
   EXPECT_EQ(g.MonthYearView1->LanguageID(), 0);
   EXPECT_EQ(g.MonthYearView1.Width(), g.MonthYearView1->Width());
+}
+
+// Every attribute of every column outside the 16-bit range, and every key with every shift
+// through the dispatcher and the surface: nothing comes out of a public method.
+TEST_F(Guards, NoKeyLetsAFailureOutWhateverTheAttributeTexts) {
+  const char* types[] = {"TEXT", "NUMBER", "ABSNUMBER", "YEAR", "DATE", "PERIOD", "DATETIME", "TIME",
+                         "HOUR", "DAYTIME", "YESNO", "CHECK", "LABELLIST", "COLOR", "AUTONUMBER"};
+  const int n = int(std::size(types));
+  g.SetFirst(n);
+  for (int c = 1; c <= n; ++c) column(c, types[c - 1], 2, QStringLiteral("a;x,b;y"));
+  for (int c = 1; c <= n; ++c)
+    for (int r = attr::GroupCaption2; r <= attr::NoteHeight; ++r)
+      if (r != attr::FieldType && r != attr::Labels && r != attr::LabelDataList && r != attr::Caption &&
+          r != attr::ShellCommand)
+        g.setTextMatrix(r, c, QStringLiteral("70000"));
+  g.cmdAdd_Click();
+  editMode();
+  fake.clipboard = QStringLiteral("99999999999");
+  int opened = 0;
+  auto sweep = [&] {
+    for (int c = 1; c <= n; ++c) {
+      SCOPED_TRACE(types[c - 1]);
+      for (int16_t code = 1; code < 256; ++code) {
+        for (int16_t shift = 0; shift < 4; ++shift) {
+          g.mfgData.SetActiveCell(c, 1);
+          int16_t k = code, s = shift;
+          EXPECT_NO_THROW(g.RunAction_KeyDown(k, s)) << code << "/" << shift;
+          if (g.Text.Visible()) {
+            int16_t e = key::Escape, none = 0;
+            EXPECT_NO_THROW(g.Text_KeyDown(e, none));
+          }
+        }
+        g.mfgData.SetActiveCell(c, g.Rows());  // F5 has removed row 1; F3 added live rows below
+        EXPECT_NO_THROW(g.mfgData.inputKeyPress(code)) << code;
+        if (g.Text.Visible()) {
+          ++opened;
+          g.Text.setText(QStringLiteral("99999999999"));
+          int16_t enter = key::Return, none = 0;
+          EXPECT_NO_THROW(g.Text_KeyDown(enter, none)) << code;
+        }
+      }
+      EXPECT_NO_THROW(g.NextColumnInput());
+      EXPECT_NO_THROW(g.SetValue(1, c, 1e300));
+      EXPECT_NO_THROW(g.FillINI2(1));
+      EXPECT_NO_THROW(g.CheckRecordStatus(1));
+      EXPECT_NO_THROW(g.GETDate(1, c));
+    }
+  };
+  sweep();
+  EXPECT_EQ(opened, 0);  // no column takes input
+  // Editable columns, every other attribute still out of range: the editors open and commit.
+  for (int c = 1; c <= n; ++c) g.setTextMatrix(attr::CanEdit, c, QStringLiteral("1"));
+  sweep();
+  EXPECT_GT(opened, 0);
+  EXPECT_NO_THROW(g.GridReady2(false));
+  EXPECT_NO_THROW(g.CheckData());
+  EXPECT_GE(g.Rows(), 2);
 }

@@ -14,19 +14,20 @@ namespace {
 double readFirst(const QString& sql, const QString& field, const QString& connectionString) {
   if (connectionString.isEmpty()) return 0;
   double value = 0;
+  // What was opened is closed even when the value does not read as a number.
+  db::Connection c;
+  db::Recordset rs;
+  step([&] { c.setCursorLocation(db::cursor::UseClient); });
+  step([&] { c.Open(connectionString, QString(), QString(), -1); });
+  step([&] { rs.Open(sql, c, 3, 1, -1); });
   step([&] {
-    db::Connection c;
-    c.setCursorLocation(db::cursor::UseClient);
-    c.Open(connectionString, QString(), QString(), -1);
-    db::Recordset rs;
-    rs.Open(sql, c, 3, 1, -1);
     if (!rs.EOF_()) {
       const QVariant v = rs.Fields(field).Value();
       if (!v.isNull()) value = v.typeId() == QMetaType::QString ? vb::CDbl(v.toString()) : v.toDouble();
     }
-    rs.Close();
-    c.Close();
   });
+  step([&] { rs.Close(); });
+  step([&] { c.Close(); });
   return value;
 }
 

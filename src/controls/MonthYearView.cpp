@@ -32,11 +32,9 @@ MonthYearView::MonthYearView() : Control(QStringLiteral("MonthYearView")) {
   cmdPrevious.onClick = [this] { cmdPrevious_Click(); };
   cmdNext.onClick = [this] { cmdNext_Click(); };
 
-  step([&] {
-    const QDate today = vb::serialToDate(platform().now());
-    EMonth_ = int16_t(today.month());
-    EYear_ = int16_t(today.year());
-  });
+  const double now = platform().now();
+  step([&] { EMonth_ = int16_t(vb::serialToDate(now).month()); });
+  step([&] { EYear_ = int16_t(vb::serialToDate(now).year()); });
   Style_ = 0;
   Text1.setText(QString::number(EYear_ + StandardHelper::YearOffset()));
   DrawStyle();
@@ -86,11 +84,8 @@ double MonthYearView::Value() const {
 }
 
 void MonthYearView::setValue(double v) {
-  step([&] {
-    const QDate d = vb::serialToDate(v);
-    EMonth_ = int16_t(d.month());
-    EYear_ = int16_t(d.year());
-  });
+  step([&] { EMonth_ = int16_t(vb::serialToDate(v).month()); });
+  step([&] { EYear_ = int16_t(vb::serialToDate(v).year()); });
 }
 
 void MonthYearView::DrawStyle() {

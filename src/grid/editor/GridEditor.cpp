@@ -86,21 +86,18 @@ GridEditor::~GridEditor() {
 
 void GridEditor::setUpSurface() {
   SpreadSurface& s = mfgData;
-  step([&] {
-    s.setRow(-1);
-    s.setCol(-1);
-    s.setTypeVAlign(2);
-  });
+  step([&] { s.setRow(-1); });
+  step([&] { s.setCol(-1); });
+  step([&] { s.setTypeVAlign(2); });
   step([&] { s.setCellType(celltype::StaticText); });
   step([&] { s.setMaxRows(0); });
   step([&] { s.setLock(true); });
   // The header area: 16 row-header columns and 36 column-header rows, only the caption row shown.
-  step([&] {
-    for (int32_t r = GridSurface::SpreadHeader + 1; r <= GridSurface::LastHeaderRow; ++r)
-      if (r != attr::Caption) s.setRowHeight(r, 0);
-    s.setRowHeight(0, 0);
-    for (int32_t c = GridSurface::SpreadHeader + 1; c <= GridSurface::LastHeaderCol; ++c) s.setColWidth(c, 0);
-  });
+  for (int32_t r = GridSurface::SpreadHeader + 1; r <= GridSurface::LastHeaderRow; ++r)
+    if (r != attr::Caption) step([&] { s.setRowHeight(r, 0); });
+  step([&] { s.setRowHeight(0, 0); });
+  for (int32_t c = GridSurface::SpreadHeader + 1; c <= GridSurface::LastHeaderCol; ++c)
+    step([&] { s.setColWidth(c, 0); });
 }
 
 void GridEditor::setUpToolBar() {
@@ -179,30 +176,22 @@ void GridEditor::resize() {
     setHeight(kMinHeight);  // runs this procedure again at the new height
     return;
   }
-  step([&] {
-    if (!showAdd_ && !showInsert_ && !showRemove_ && !showClear_ && !showEnterButton_) {
-      TbrButton.setVisible(false);
-      mfgData.setHeight(Height());
-    } else {
-      TbrButton.setVisible(true);
-      mfgData.setHeight(std::abs(Height() - TbrButton.Height()));
-    }
-  });
-  step([&] {
-    mfgData.setWidth(Width());
-    Text1.Move(0, 0, mfgData.Width(), mfgData.Height());
-    cmdOption.setLeft(0);
-    cmdOption.setTop(0);
-  });
-  step([&] {
-    cmdOption.setWidth(std::max(std::abs(mfgData.ColWidth(0)), kMinOptionWidth));
-    cmdOption.setHeight(std::abs(mfgData.RowHeight(attr::Caption)));
-  });
-  step([&] {
-    cmdLegend.setLeft(mfgData.Left() + mfgData.Width() - cmdLegend.Width());
-    cmdLegend.setTop(mfgData.Top() + mfgData.Height());
-    cmdLegend.setHeight(TbrButton.Height());
-  });
+  if (!showAdd_ && !showInsert_ && !showRemove_ && !showClear_ && !showEnterButton_) {
+    step([&] { TbrButton.setVisible(false); });
+    step([&] { mfgData.setHeight(Height()); });
+  } else {
+    step([&] { TbrButton.setVisible(true); });
+    step([&] { mfgData.setHeight(std::abs(Height() - TbrButton.Height())); });
+  }
+  step([&] { mfgData.setWidth(Width()); });
+  step([&] { Text1.Move(0, 0, mfgData.Width(), mfgData.Height()); });
+  step([&] { cmdOption.setLeft(0); });
+  step([&] { cmdOption.setTop(0); });
+  step([&] { cmdOption.setWidth(std::max(std::abs(mfgData.ColWidth(0)), kMinOptionWidth)); });
+  step([&] { cmdOption.setHeight(std::abs(mfgData.RowHeight(attr::Caption))); });
+  step([&] { cmdLegend.setLeft(mfgData.Left() + mfgData.Width() - cmdLegend.Width()); });
+  step([&] { cmdLegend.setTop(mfgData.Top() + mfgData.Height()); });
+  step([&] { cmdLegend.setHeight(TbrButton.Height()); });
   // The tool bar stands below the surface, across the control.
   step([&] { TbrButton.Move(0, mfgData.Top() + mfgData.Height(), Width(), TbrButton.Height()); });
 }
@@ -254,15 +243,15 @@ void GridEditor::setbuttons() {
   auto lockAllColumns = [this] {
     const int32_t keepRow = mfgData.Row(), keepCol = mfgData.Col();
     for (int32_t c = 1; c <= mfgData.MaxCols(); ++c) {
-      mfgData.setCol(c);
-      mfgData.setRow(-1);
-      mfgData.setLock(true);
+      step([&] { mfgData.setCol(c); });
+      step([&] { mfgData.setRow(-1); });
+      step([&] { mfgData.setLock(true); });
     }
-    mfgData.setRow(keepRow);
-    mfgData.setCol(keepCol);
+    step([&] { mfgData.setRow(keepRow); });
+    step([&] { mfgData.setCol(keepCol); });
   };
   for (const ToolButton& b : TbrButton.ButtonList()) step([&] { TbrButton.setButtonVisible(b.Key, false); });
-  step(lockAllColumns);
+  lockAllColumns();
   if (RUNMODE == QLatin1String("EDIT")) {
     step([&] { TbrButton.setButtonVisible(QStringLiteral("NewList"), showAdd_); });
     step([&] { TbrButton.setButtonVisible(QStringLiteral("InsertList"), showInsert_); });
@@ -271,7 +260,7 @@ void GridEditor::setbuttons() {
     step([&] { TbrButton.setButtonVisible(QStringLiteral("MoveUp"), showMoveUp_); });
     step([&] { TbrButton.setButtonVisible(QStringLiteral("MoveDown"), showMoveDown_); });
     if (showFreeze_) step([&] { TbrButton.setButtonVisible(QStringLiteral("Freeze"), true); });
-    step(lockAllColumns);
+    lockAllColumns();
   } else {
     step([&] { TbrButton.setButtonVisible(QStringLiteral("Enter"), showEnterButton_); });
   }

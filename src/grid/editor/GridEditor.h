@@ -14,6 +14,7 @@
 #include <QString>
 #include <QVariant>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -553,7 +554,7 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   void commitText(GridSurface& surface, TextBox& textBox);
   void openList(GridSurface& surface);
   void openPicker(GridSurface& surface, Widget& picker);
-  void pickerChosen(Widget& picker, const QString& text);
+  void pickerChosen(Widget& picker, const std::function<QString()>& text);
   void pickerEscape(Widget& picker);
   void setUpPickers();
   struct DateTimeView1Events : DateTimeViewEvents {

@@ -98,25 +98,19 @@ void GridEditor::exchangeRows(int32_t a, int32_t b, bool recordColumns) {
   SpreadSurface& s = mfgData;
   for (int32_t col = 1; col <= s.MaxCols(); ++col) {
     const QString textA = s.GetText(col, a), textB = s.GetText(col, b);
-    step([&] {
-      Matrix1.SetValue(0, col, Matrix1.GetValue(a, col));
-      Matrix1.SetValue(a, col, Matrix1.GetValue(b, col));
-      Matrix1.SetValue(b, col, Matrix1.GetValue(0, col));
-    });
-    step([&] {
-      s.SetText(col, 0, textA);
-      s.SetText(col, a, textB);
-      s.SetText(col, b, s.cellText(col, 0));
-    });
+    step([&] { Matrix1.SetValue(0, col, Matrix1.GetValue(a, col)); });
+    step([&] { Matrix1.SetValue(a, col, Matrix1.GetValue(b, col)); });
+    step([&] { Matrix1.SetValue(b, col, Matrix1.GetValue(0, col)); });
+    step([&] { s.SetText(col, 0, textA); });
+    step([&] { s.SetText(col, a, textB); });
+    step([&] { s.SetText(col, b, s.cellText(col, 0)); });
   }
   if (!recordColumns) return;
   // The stored key and the record state move with the data.
   for (int32_t col = attr::StoredKey; col <= -985; ++col) {  // the hidden record columns
-    step([&] {
-      s.SetText(col, 0, s.cellText(col, a));
-      s.SetText(col, a, s.cellText(col, b));
-      s.SetText(col, b, s.cellText(col, 0));
-    });
+    step([&] { s.SetText(col, 0, s.cellText(col, a)); });
+    step([&] { s.SetText(col, a, s.cellText(col, b)); });
+    step([&] { s.SetText(col, b, s.cellText(col, 0)); });
   }
 }
 
@@ -181,10 +175,8 @@ void GridEditor::markDeleted(int32_t row) {
   SpreadSurface& s = mfgData;
   step([&] { s.SetText(attr::RecordState, row, QStringLiteral("D")); });
   step([&] { locks().ClearRow(row); });
-  step([&] {
-    s.setRowHeight(row, 0);
-    RowHeightChange(row, row);
-  });
+  step([&] { s.setRowHeight(row, 0); });
+  step([&] { RowHeightChange(row, row); });
   numberRows();
 }
 
@@ -201,26 +193,33 @@ void GridEditor::cmdDelete_Click() {
     return;
   }
   // A saved record still referred to by another table is refused.
+  // The check and the look-up are statements of their own: a key text that is no date fails the
+  // check, which then names no table; a look-up that fails names the table itself.
   QString refusal;
-  step([&] {
-    const QString keyText = s.GetText(attr::StoredKey, row);
-    if (keyText.isEmpty() || useManualDeleteCheck_) return;
-    QVariant key;
-    switch (fieldKind(attribute(attr::FieldType, primaryKeyColumn_))) {
-      case FieldKind::Text: key = keyText; break;
-      case FieldKind::Period:
-      case FieldKind::Date:
-      case FieldKind::DateTime:
-      case FieldKind::Time: key = vb::serialToDateTime(vb::CDate(keyText)); break;
-      default: key = helper().TextToDouble(keyText); break;
+  const QString keyText = s.GetText(attr::StoredKey, row);
+  if (!keyText.isEmpty() && !useManualDeleteCheck_) {
+    auto key = [&]() -> QVariant {
+      switch (fieldKind(attribute(attr::FieldType, primaryKeyColumn_))) {
+        case FieldKind::Text: return keyText;
+        case FieldKind::Period:
+        case FieldKind::Date:
+        case FieldKind::DateTime:
+        case FieldKind::Time: return vb::serialToDateTime(vb::CDate(keyText));
+        default: return helper().TextToDouble(keyText);
+      }
+    };
+    QString table;
+    step([&] { table = dbHelper().CheckReferences(key(), dataConnection_, primaryKeyName_); });
+    if (!table.isEmpty()) {
+      QString alias;
+      step([&] {
+        alias = dbHelper().LookupValue(QString(), 0, 0, QStringLiteral("TTblAlias"), table, QStringLiteral("TTblName"),
+                                       QStringLiteral("TQ7TTable"), appConnection_);
+      });
+      if (alias.isEmpty()) alias = table;
+      refusal = QString::fromUtf8("ไม่สามารถลบข้อมูลนี้ได้เพราะ ถูกอ้างอิงถึงจาก ข้อมูล") + alias;
     }
-    const QString table = dbHelper().CheckReferences(key, dataConnection_, primaryKeyName_);
-    if (table.isEmpty()) return;
-    QString alias = dbHelper().LookupValue(QString(), 0, 0, QStringLiteral("TTblAlias"), table,
-                                           QStringLiteral("TTblName"), QStringLiteral("TQ7TTable"), appConnection_);
-    if (alias.isEmpty()) alias = table;
-    refusal = QString::fromUtf8("ไม่สามารถลบข้อมูลนี้ได้เพราะ ถูกอ้างอิงถึงจาก ข้อมูล") + alias;
-  });
+  }
   if (!refusal.isEmpty()) {
     platform().messageBox(refusal);
     return;
@@ -228,19 +227,25 @@ void GridEditor::cmdDelete_Click() {
   hideOverlays();
   markDeleted(row);
   // A place for the cursor: down over closed rows, then up.
-  step([&] {
+  {
     int32_t r = s.ActiveRow();
     const int32_t col = s.ActiveCol();
     if (r <= s.MaxRows()) {
-      while (s.RowHeight(r) == 0 && r < s.MaxRows()) s.SetActiveCell(col, ++r);
-      while (s.RowHeight(r) == 0 && r >= 2) s.SetActiveCell(col, --r);
+      while (s.RowHeight(r) == 0 && r < s.MaxRows()) {
+        ++r;
+        step([&] { s.SetActiveCell(col, r); });
+      }
+      while (s.RowHeight(r) == 0 && r >= 2) {
+        --r;
+        step([&] { s.SetActiveCell(col, r); });
+      }
     } else if (r == 1) {
       cmdAdd_Click();
-      s.SetActiveCell(col, s.MaxRows());
+      step([&] { s.SetActiveCell(col, s.MaxRows()); });
     } else {
-      s.SetActiveCell(col, r - 1);
+      step([&] { s.SetActiveCell(col, r - 1); });
     }
-  });
+  }
   raise(&GridEditorEvents::DeleteClick);
 }
 

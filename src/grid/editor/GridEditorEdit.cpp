@@ -78,7 +78,9 @@ QString GridEditor::SelectQuickForm(QString& QuickFormAlias) {
 void GridEditor::startCellEditor(int16_t KeyAscii) {
   const int32_t col = mfgData.ActiveCol();
   StandardHelper& h = helper();
-  if (h.TextToInteger(attribute(attr::CanEdit, col)) == 0) return;
+  int16_t canEdit = 0;  // a flag that does not convert counts as 0
+  step([&] { canEdit = h.TextToInteger(attribute(attr::CanEdit, col)); });
+  if (canEdit == 0) return;
   QString shell = attribute(attr::ShellCommand, col);
   if (!shell.isEmpty()) {
     SelectQuickForm(shell);
@@ -110,6 +112,10 @@ void GridEditor::BeginTextEdit(GridSurface& surface, TextBox& textBox, int16_t K
   step([&] {
     tq7::Font f = textBox.Font();
     f.Name = surface.Font().Name;
+    textBox.setFont(f);
+  });
+  step([&] {
+    tq7::Font f = textBox.Font();
     f.Size = surface.Font().Size;
     textBox.setFont(f);
   });
@@ -121,22 +127,18 @@ void GridEditor::BeginTextEdit(GridSurface& surface, TextBox& textBox, int16_t K
       textBox.setText(surface.GetText(col, row));
   });
   platform().processEvents();
+  if (!surface.BlockMode() && (surface.Row2() != row || surface.Col2() != col)) {
+    step([&] { surface.setRow2(row); });
+    step([&] { surface.setCol2(col); });
+  }
+  double x = 0, y = 0, w = 0, hgt = 0;
+  step([&] { surface.GetCellPos(col, row, x, y, w, hgt); });
   step([&] {
-    if (!surface.BlockMode() && (surface.Row2() != row || surface.Col2() != col)) {
-      surface.setRow2(row);
-      surface.setCol2(col);
-    }
-  });
-  step([&] {
-    double x = 0, y = 0, w = 0, hgt = 0;
-    surface.GetCellPos(col, row, x, y, w, hgt);
     textBox.Move(surface.Left() + x, surface.Top() + y, std::abs(surface.ColWidth(col)) - kOverlayInset,
                  std::abs(surface.RowHeight(row)) - kOverlayInset);
   });
-  step([&] {
-    textBox.setVisible(true);
-    textBox.SetFocus();
-  });
+  step([&] { textBox.setVisible(true); });
+  step([&] { textBox.SetFocus(); });
   DOINGCLIP = false;
 }
 
@@ -176,7 +178,9 @@ void GridEditor::TextKeyAction(GridSurface& surface, TextBox& textBox, int16_t& 
   }
   // Any other type, TIME included, commits its text as it stands.
   QString shell = attribute(attr::ShellCommand, col);
-  if (helper().TextToInteger(attribute(attr::CanEdit, col)) != 0 && !shell.isEmpty()) {
+  int16_t canEdit = 0;  // a flag that does not convert counts as 0
+  step([&] { canEdit = helper().TextToInteger(attribute(attr::CanEdit, col)); });
+  if (canEdit != 0 && !shell.isEmpty()) {
     const QString answer = SelectQuickForm(shell);
     if (!answer.isEmpty()) textBox.setText(answer);
   }
@@ -195,68 +199,103 @@ void GridEditor::commitText(GridSurface& surface, TextBox& textBox) {
   // Each type's value goes to Matrix1 and its canonical text back into the box; a text the
   // type cannot read puts the cell's text back, without a word.
   StandardHelper& h = helper();
-  step([&] {
+  {
     const QString text = textBox.Text();
-    auto put = [&](double v) {
-      Matrix1.SetValue(row, col, v);
-      return Matrix1.GetValue(row, col);
+    // Statement by statement: the value is written, read back, and its canonical text put into
+    // the box. A conversion that fails leaves its variable (0) or Matrix1 as it was, and the
+    // statements after it still run on that.
+    double v = 0;
+    auto put = [&](auto&& value) {
+      step([&] { Matrix1.SetValue(row, col, value()); });
+      v = Matrix1.GetValue(row, col);
     };
-    auto revert = [&] { textBox.setText(surface.GetText(col, row)); };
+    auto show = [&](auto&& form) { step([&] { textBox.setText(form()); }); };
+    auto revert = [&] { step([&] { textBox.setText(surface.GetText(col, row)); }); };
     auto number = [&] {
       const int16_t decimals = h.TextToInteger(attribute(attr::NumberOfDecimal, col));
       if (decimals == 0) return h.TextToDouble(vb::CStr(h.TextToDouble(text)));
       return h.TextToRounded(vb::CStr(h.TextToRounded(text, decimals)), decimals);
     };
-    auto numberText = [&](double v) {
+    auto numberText = [&] {
       return h.NumberFormat(v, int16_t(std::abs(h.TextToInteger(attribute(attr::DisplayDecimal, col)))));
     };
     switch (fieldKind(attribute(attr::FieldType, col))) {
       case FieldKind::Period:
-        if (!h.IsPeriodText(text)) return revert();
-        textBox.setText(h.PeriodText(put(h.TextToPeriod(text)), true));
+        if (!h.IsPeriodText(text)) {
+          revert();
+          break;
+        }
+        put([&] { return h.TextToPeriod(text); });
+        show([&] { return h.PeriodText(v, true); });
         break;
       case FieldKind::Date:
-        if (!h.IsDateText(text)) return revert();
-        textBox.setText(h.DateText(put(h.TextToDate(text)), 0, false));
+        if (!h.IsDateText(text)) {
+          revert();
+          break;
+        }
+        put([&] { return h.TextToDate(text); });
+        show([&] { return h.DateText(v, 0, false); });
         break;
-      case FieldKind::DateTime: {
-        if (!h.IsDateTimeText(text)) return revert();
-        const double v = put(vb::CDate(text));
-        textBox.setText(h.DateText(v, 0, false) + QLatin1Char(' ') + h.TimeText(v, true));
+      case FieldKind::DateTime:
+        if (!h.IsDateTimeText(text)) {
+          revert();
+          break;
+        }
+        put([&] { return vb::CDate(text); });
+        show([&] { return h.DateText(v, 0, false) + QLatin1Char(' ') + h.TimeText(v, true); });
         break;
-      }
       case FieldKind::Time:
-        if (!h.IsTimeText(text)) return revert();
-        textBox.setText(h.TimeText(put(h.TextToTime(text)), true));
+        if (!h.IsTimeText(text)) {
+          revert();
+          break;
+        }
+        put([&] { return h.TextToTime(text); });
+        show([&] { return h.TimeText(v, true); });
         break;
       case FieldKind::Hour:
-        if (!h.IsHourText(text)) return revert();
-        textBox.setText(h.HourText(put(h.TextToHour(text))));
+        if (!h.IsHourText(text)) {
+          revert();
+          break;
+        }
+        put([&] { return h.TextToHour(text); });
+        show([&] { return h.HourText(v); });
         break;
       case FieldKind::DayTime:
-        if (!h.IsDayTimeText(text)) return revert();
-        textBox.setText(h.DayTimeText(put(h.TextToDayTime(text))));
+        if (!h.IsDayTimeText(text)) {
+          revert();
+          break;
+        }
+        put([&] { return h.TextToDayTime(text); });
+        show([&] { return h.DayTimeText(v); });
         break;
-      case FieldKind::AbsNumber: textBox.setText(numberText(put(std::abs(number())))); break;
-      case FieldKind::Number: textBox.setText(numberText(put(number()))); break;
+      case FieldKind::AbsNumber:
+        put([&] { return std::abs(number()); });
+        show(numberText);
+        break;
+      case FieldKind::Number:
+        put(number);
+        show(numberText);
+        break;
       case FieldKind::Year: {
         const int32_t offset = StandardHelper::YearOffset();
-        int32_t year = vb::CLng(std::abs(h.TextToDouble(text)) - offset);
+        int32_t year = 0;  // a year too large to convert stays 0, and 0 is written
+        step([&] { year = vb::CLng(std::abs(h.TextToDouble(text)) - offset); });
         if (year < offset && year > 9456) year = 0;  // as the rule is written: it never holds
-        const double v = put(year);
-        textBox.setText(h.NumberFormat(v + offset, 0).remove(QLatin1Char(',')));
+        put([&] { return double(year); });
+        show([&] { return h.NumberFormat(v + offset, 0).remove(QLatin1Char(',')); });
         break;
       }
       case FieldKind::YesNo: {
         const QString upper = text.toUpper();
         const bool yes = upper == QLatin1String("Y") || upper == QLatin1String("1");
-        textBox.setText(put(yes ? 1 : 0) == 1 ? QStringLiteral("Y") : QStringLiteral("N"));
+        put([&] { return yes ? 1.0 : 0.0; });
+        show([&] { return v == 1 ? QStringLiteral("Y") : QStringLiteral("N"); });
         break;
       }
       default: break;
     }
-  });
-  if (attribute(attr::PrimaryKey, col) == QLatin1String("1")) textBox.setText(h.KeyText(textBox.Text()));
+  }
+  if (attribute(attr::PrimaryKey, col) == QLatin1String("1")) step([&] { textBox.setText(h.KeyText(textBox.Text())); });
   // Texts are compared whatever the type; a refusal leaves the value just converted in Matrix1.
   if (attribute(attr::CanDuplicate, col) != QLatin1String("1")) {
     const QString mine = textBox.Text().toUpper();
@@ -274,7 +313,8 @@ void GridEditor::commitText(GridSurface& surface, TextBox& textBox) {
   if (surface.Visible()) surface.SetFocus();
   // A ValidData handler that moved to another column has the last word.
   if (surface.ActiveCol() == startCol) {
-    const int16_t stopBlankMove = h.TextToInteger(attribute(attr::StopBlankMove, startCol));
+    int16_t stopBlankMove = 0;  // a text that does not convert counts as 0
+    step([&] { stopBlankMove = h.TextToInteger(attribute(attr::StopBlankMove, startCol)); });
     if (!surface.GetText(surface.ActiveCol(), surface.ActiveRow()).isEmpty() || stopBlankMove == 0)
       NextColumnInput();
   }
@@ -284,43 +324,35 @@ void GridEditor::commitText(GridSurface& surface, TextBox& textBox) {
 
 void GridEditor::openList(GridSurface& surface) {
   const int32_t row = surface.ActiveRow(), col = surface.ActiveCol();
-  step([&] {
-    List1.Clear();
-    for (const QString& entry : vb::Split(attribute(attr::LabelDataList, col), QStringLiteral(","))) {
-      const QStringList pieces = vb::Split(entry, QStringLiteral(";"));
-      if (pieces.size() < 2)
-        List1.AddItem(entry);
-      else
-        List1.AddItem(pieces[0] + QStringLiteral(" (") + pieces[1] + QLatin1Char(')'));
-    }
-  });
+  step([&] { List1.Clear(); });
+  for (const QString& entry : vb::Split(attribute(attr::LabelDataList, col), QStringLiteral(","))) {
+    const QStringList pieces = vb::Split(entry, QStringLiteral(";"));
+    if (pieces.size() < 2)
+      step([&] { List1.AddItem(entry); });
+    else
+      step([&] { List1.AddItem(pieces[0] + QStringLiteral(" (") + pieces[1] + QLatin1Char(')')); });
+  }
   // A value past the end of the list is pulled back to its last entry, in the record too.
-  step([&] {
-    double position = Matrix1.GetValue(row, col);
-    if (position > List1.ListCount() - 1) {
-      position = List1.ListCount() - 1;
-      Matrix1.SetValue(row, col, position);
-    }
-    List1.setListIndex(int(position));
-  });
+  double position = Matrix1.GetValue(row, col);
+  if (position > List1.ListCount() - 1) {
+    position = List1.ListCount() - 1;
+    step([&] { Matrix1.SetValue(row, col, position); });
+  }
+  step([&] { List1.setListIndex(int(position)); });
   // Below the cell, or on top of it when it would reach past the surface's bottom.
   const double rowHeight = surface.RowHeight(row);
-  step([&] {
-    double x = 0, y = 0, w = 0, hgt = 0;
-    surface.GetCellPos(col, row, x, y, w, hgt);
-    List1.setLeft(surface.Left() + x);
-    List1.setTop(surface.Top() + y + rowHeight);
-    List1.setHeight(std::abs(rowHeight) * (List1.ListCount() + 1));
-  });
+  double x = 0, y = 0, w = 0, hgt = 0;
+  step([&] { surface.GetCellPos(col, row, x, y, w, hgt); });
+  step([&] { List1.setLeft(surface.Left() + x); });
+  step([&] { List1.setTop(surface.Top() + y + rowHeight); });
+  step([&] { List1.setHeight(std::abs(rowHeight) * (List1.ListCount() + 1)); });
   step([&] {
     if (List1.Top() + List1.Height() >= surface.Top() + surface.Height())
       List1.setTop(List1.Top() - List1.Height() - rowHeight);
   });
   step([&] { List1.setWidth(std::abs(surface.ColWidth(col)) - kOverlayInset); });
-  step([&] {
-    List1.setVisible(true);
-    List1.SetFocus();
-  });
+  step([&] { List1.setVisible(true); });
+  step([&] { List1.SetFocus(); });
 }
 
 // The cell gets the whole shown entry, "first (second)", not only the label. The position is
@@ -351,46 +383,41 @@ void GridEditor::openPicker(GridSurface& surface, Widget& picker) {
   // An empty cell opens the picker on today, or on the current time for a date and time.
   double value = Matrix1.GetValue(row, col);
   if (value == 0) value = &picker == &DateTimeView1 ? platform().now() : std::floor(platform().now());
-  step([&] {
-    if (&picker == &DateTimeView1) {
-      DateTimeView1->setLanguageID(LanguageID());
-      DateTimeView1->setValue(value);
-      DateTimeView1.setWidth(DateTimeView1->Width());
-      DateTimeView1.setHeight(DateTimeView1->Height());
-    } else if (&picker == &MonthView1) {
-      MonthView1.setLanguage(LanguageID());
-      MonthView1.setValue(std::floor(value));
-    } else {
-      const QDate day = vb::serialToDate(value);
-      MonthYearView1->setLanguageID(LanguageID());
-      MonthYearView1->setEYear(int16_t(day.year()));
-      MonthYearView1->setEMonth(int16_t(day.month()));
-      MonthYearView1.setWidth(MonthYearView1->Width());
-      MonthYearView1.setHeight(MonthYearView1->Height());
-    }
-  });
+  // A value the picker cannot show leaves it where it was; it opens all the same.
+  if (&picker == &DateTimeView1) {
+    step([&] { DateTimeView1->setLanguageID(LanguageID()); });
+    step([&] { DateTimeView1->setValue(value); });
+    step([&] { DateTimeView1.setWidth(DateTimeView1->Width()); });
+    step([&] { DateTimeView1.setHeight(DateTimeView1->Height()); });
+  } else if (&picker == &MonthView1) {
+    step([&] { MonthView1.setLanguage(LanguageID()); });
+    step([&] { MonthView1.setValue(std::floor(value)); });
+  } else {
+    step([&] { MonthYearView1->setLanguageID(LanguageID()); });
+    step([&] { MonthYearView1->setEYear(int16_t(vb::serialToDate(value).year())); });
+    step([&] { MonthYearView1->setEMonth(int16_t(vb::serialToDate(value).month())); });
+    step([&] { MonthYearView1.setWidth(MonthYearView1->Width()); });
+    step([&] { MonthYearView1.setHeight(MonthYearView1->Height()); });
+  }
   // Below the cell, pulled up to end at the surface's bottom when it would pass it.
-  step([&] {
-    double x = 0, y = 0, w = 0, hgt = 0;
-    surface.GetCellPos(col, row, x, y, w, hgt);
-    picker.setLeft(surface.Left() + x);
-    picker.setTop(surface.Top() + y + surface.RowHeight(row));
-    if (picker.Top() + picker.Height() > surface.Top() + surface.Height())
-      picker.setTop(surface.Top() + surface.Height() - picker.Height());
-  });
-  step([&] {
-    picker.setVisible(true);
-    picker.SetFocus();
-  });
+  double x = 0, y = 0, w = 0, hgt = 0;
+  step([&] { surface.GetCellPos(col, row, x, y, w, hgt); });
+  step([&] { picker.setLeft(surface.Left() + x); });
+  step([&] { picker.setTop(surface.Top() + y + surface.RowHeight(row)); });
+  if (picker.Top() + picker.Height() > surface.Top() + surface.Height())
+    step([&] { picker.setTop(surface.Top() + surface.Height() - picker.Height()); });
+  step([&] { picker.setVisible(true); });
+  step([&] { picker.SetFocus(); });
 }
 
-void GridEditor::pickerChosen(Widget& picker, const QString& text) {
+void GridEditor::pickerChosen(Widget& picker, const std::function<QString()>& text) {
   // The month-and-year picker hides the calendar here and closes itself when it loses the focus.
   if (&picker == &MonthYearView1)
     MonthView1.setVisible(false);
   else
     picker.setVisible(false);
-  Text.setText(text);
+  // A value that has no text leaves the box as it was, and the commit runs on that.
+  step([&] { Text.setText(text()); });
   mfgData.SetFocus();
   int16_t enter = key::Return, none = 0;
   TextKeyAction(mfgData, Text, enter, none);
@@ -406,20 +433,21 @@ void GridEditor::pickerEscape(Widget& picker) {
 }
 
 void GridEditor::MonthView1_DateDblClick(double DateDblClicked) {
-  pickerChosen(MonthView1, helper().DateText(DateDblClicked, 0, false));
+  pickerChosen(MonthView1, [&] { return helper().DateText(DateDblClicked, 0, false); });
 }
 
 void GridEditor::MonthView1_KeyDown(int16_t& KeyCode, int16_t& Shift) {
   (void)Shift;
   if (KeyCode == key::Return)
-    pickerChosen(MonthView1, helper().DateText(MonthView1.Value(), 0, false));
+    pickerChosen(MonthView1, [&] { return helper().DateText(MonthView1.Value(), 0, false); });
   else if (KeyCode == key::Escape)
     pickerEscape(MonthView1);
 }
 
 void GridEditor::DateTimeView1_DateClick(double DateClicked) {
   StandardHelper& h = helper();
-  pickerChosen(DateTimeView1, h.DateText(DateClicked, 0, false) + QLatin1Char(' ') + h.TimeText(DateClicked, true));
+  pickerChosen(DateTimeView1,
+               [&] { return h.DateText(DateClicked, 0, false) + QLatin1Char(' ') + h.TimeText(DateClicked, true); });
 }
 
 void GridEditor::DateTimeView1_KeyDown(int16_t& KeyCode, int16_t& Shift) {
@@ -436,7 +464,7 @@ void GridEditor::DateTimeView1_KeyDown(int16_t& KeyCode, int16_t& Shift) {
 // The view's value is the first day of the month it shows, which the click has just set.
 void GridEditor::MonthYearView1_MonthClick(int16_t EMonth, int16_t EYear) {
   (void)EMonth, (void)EYear;
-  pickerChosen(MonthYearView1, helper().PeriodText(MonthYearView1->Value(), true));
+  pickerChosen(MonthYearView1, [&] { return helper().PeriodText(MonthYearView1->Value(), true); });
 }
 
 void GridEditor::MonthYearView1_KeyDown(int16_t& KeyCode, int16_t& Shift) {

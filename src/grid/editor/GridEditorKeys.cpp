@@ -198,13 +198,17 @@ void GridEditor::openCellByKey(int16_t& KeyCode, int16_t& Shift) {
 void GridEditor::multiLineByKey() {
   const int32_t row = mfgData.ActiveRow(), col = mfgData.ActiveCol();
   if (fieldKind(attribute(attr::FieldType, col)) != FieldKind::Text) return;
-  const bool editable = RUNMODE == QLatin1String("EDIT") && helper().TextToInteger(attribute(attr::CanEdit, col)) != 0;
+  // Numbers that do not convert count as 0: the box is read only, of no set length.
+  int16_t canEdit = 0, maxLength = 0;
+  step([&] { canEdit = helper().TextToInteger(attribute(attr::CanEdit, col)); });
+  const bool editable = RUNMODE == QLatin1String("EDIT") && canEdit != 0;
+  step([&] { maxLength = helper().TextToInteger(attribute(attr::MaxLength, col)); });
+  // One statement: a box that fails writes nothing.
   step([&] {
-    const int32_t maxLength = helper().TextToInteger(attribute(attr::MaxLength, col));
-    const QString answer = helper().MultiLineInput(attribute(attr::Caption, col), mfgData.GetText(col, row),
-                                                   QString::fromUtf8("พิมพ์ข้อความ"), true, 0, maxLength, true, 5775,
-                                                   4000, editable);
-    mfgData.SetText(col, row, answer);
+    mfgData.SetText(col, row,
+                    helper().MultiLineInput(attribute(attr::Caption, col), mfgData.GetText(col, row),
+                                            QString::fromUtf8("พิมพ์ข้อความ"), true, 0, maxLength, true, 5775, 4000,
+                                            editable));
   });
 }
 
@@ -227,10 +231,8 @@ void GridEditor::clearBlockByKey() {
   for (int32_t r = r1; r <= r2; ++r) {
     for (int32_t c = c1; c <= c2; ++c) {
       if (attribute(attr::CanEdit, c) == QLatin1String("0") || !attribute(attr::Labels, c).isEmpty()) continue;
-      step([&] {
-        Matrix1.SetValue(r, c, 0);
-        mfgData.SetText(c, r, QString());
-      });
+      step([&] { Matrix1.SetValue(r, c, 0); });
+      step([&] { mfgData.SetText(c, r, QString()); });
       raise(&GridEditorEvents::ValidData);
     }
   }
@@ -239,8 +241,9 @@ void GridEditor::clearBlockByKey() {
 // The active cell decides for the whole block.
 bool GridEditor::pasteAllowed() {
   const int32_t row = mfgData.ActiveRow(), col = mfgData.ActiveCol();
-  return helper().TextToInteger(attribute(attr::CanEdit, col)) == 1 && editStatus_ &&
-         locks().GetValue(row, col) == 0;
+  int16_t canEdit = 0;  // a flag that does not convert counts as 0: no paste
+  step([&] { canEdit = helper().TextToInteger(attribute(attr::CanEdit, col)); });
+  return canEdit == 1 && editStatus_ && locks().GetValue(row, col) == 0;
 }
 
 // Ctrl+V: the one clipboard text into every cell of the block, read by each column's type. No
@@ -260,40 +263,47 @@ void GridEditor::pasteByKey() {
   StandardHelper& h = helper();
   for (int32_t r = r1; rStep > 0 ? r <= r2 : r >= r2; r += rStep) {
     for (int32_t c = c1; cStep > 0 ? c <= c2 : c >= c2; c += cStep) {
+      // The value and the text are two writes: a value that fails to convert leaves Matrix1
+      // alone, and the text is written all the same.
+      std::optional<double> value;
+      bool write = true;
       step([&] {
-        auto put = [&](std::optional<double> value) {
-          if (value) Matrix1.SetValue(r, c, *value);
-          mfgData.SetText(c, r, clip);
-        };
+        auto put = [&](auto&& convert) { value = convert(); };
         switch (fieldKind(attribute(attr::FieldType, c))) {
-          case FieldKind::AbsNumber: put(std::abs(h.TextToDouble(clip))); break;
-          case FieldKind::Number: put(h.TextToDouble(clip)); break;
-          case FieldKind::Year: put(h.TextToDouble(clip) - StandardHelper::YearOffset()); break;
+          case FieldKind::AbsNumber: put([&] { return std::abs(h.TextToDouble(clip)); }); break;
+          case FieldKind::Number: put([&] { return h.TextToDouble(clip); }); break;
+          case FieldKind::Year: put([&] { return h.TextToDouble(clip) - StandardHelper::YearOffset(); }); break;
           case FieldKind::Period:
           case FieldKind::Date: {
-            double value = 0;
+            double date = 0;
             QString shown;
-            if (h.IsDateText(clip, value, shown)) put(value);
+            write = h.IsDateText(clip, date, shown);
+            if (write) value = date;
             break;
           }
           case FieldKind::DateTime:
           case FieldKind::Time:
-            if (vb::IsDate(clip)) put(vb::CDate(clip));
+            write = vb::IsDate(clip);
+            if (write) put([&] { return vb::CDate(clip); });
             break;
           case FieldKind::LabelList: {
             QStringList scratch;
             const qsizetype at = labelsOf(c, scratch).indexOf(clip);
-            if (at >= 0) put(double(at));
+            write = at >= 0;
+            if (write) value = double(at);
             break;
           }
-          case FieldKind::YesNo: {
-            const QString first = vb::UCase(vb::Left(clip, 1));
-            put(first == QLatin1String("N") || first == QLatin1String("0") ? 0 : 1);
+          case FieldKind::YesNo:
+            put([&] {
+              const QString first = vb::UCase(vb::Left(clip, 1));
+              return first == QLatin1String("N") || first == QLatin1String("0") ? 0.0 : 1.0;
+            });
             break;
-          }
-          default: put(std::nullopt); break;
+          default: break;
         }
       });
+      if (write && value) step([&] { Matrix1.SetValue(r, c, *value); });
+      if (write) step([&] { mfgData.SetText(c, r, clip); });
       step([&] { mfgData.SetActiveCell(activeCol, r); });
       raise(&GridEditorEvents::ValidData);
     }
@@ -306,12 +316,10 @@ void GridEditor::KeyPress(int16_t& KeyAscii) {
   const int32_t row = mfgData.ActiveRow();
   if (row < 1) return;
   bool hidden = false;
-  step([&] {
-    const int32_t keepRow = mfgData.Row();
-    mfgData.setRow(row);
-    hidden = mfgData.RowHidden();
-    mfgData.setRow(keepRow);
-  });
+  const int32_t keepRow = mfgData.Row();
+  step([&] { mfgData.setRow(row); });
+  step([&] { hidden = mfgData.RowHidden(); });
+  step([&] { mfgData.setRow(keepRow); });
   if (hidden || mfgData.RowHeight(row) <= 0) return;
   if (keyOnForeignCell()) return;
   if (Text.Visible()) return;
@@ -320,7 +328,9 @@ void GridEditor::KeyPress(int16_t& KeyAscii) {
     findByKey(QString(QChar(char16_t(KeyAscii))));
     return;
   }
-  if (helper().TextToInteger(attribute(attr::CanEdit, mfgData.ActiveCol())) == 0) return;
+  int16_t canEdit = 0;  // a flag that does not convert counts as 0
+  step([&] { canEdit = helper().TextToInteger(attribute(attr::CanEdit, mfgData.ActiveCol())); });
+  if (canEdit == 0) return;
   startCellEditor(KeyAscii);
 }
 
@@ -340,13 +350,12 @@ void GridEditor::DblClick(int32_t Col, int32_t Row) {
         KeyDown(f2, none);
         break;
       }
-      case FieldKind::YesNo:
-        step([&] {
-          const bool no = Matrix1.GetValue(Row, Col) == 0;
-          Matrix1.SetValue(Row, Col, no ? 1 : 0);
-          mfgData.SetText(Col, Row, no ? QStringLiteral("Y") : QStringLiteral("N"));
-        });
+      case FieldKind::YesNo: {
+        const bool no = Matrix1.GetValue(Row, Col) == 0;
+        step([&] { Matrix1.SetValue(Row, Col, no ? 1 : 0); });
+        step([&] { mfgData.SetText(Col, Row, no ? QStringLiteral("Y") : QStringLiteral("N")); });
         break;
+      }
       default: {
         int16_t code = doubleClickEventKeyCode_;
         KeyDown(code, none);
@@ -367,7 +376,9 @@ void GridEditor::NextColumnInput() {
   // The walk starts only below the last column, so from the last but one it finds nothing.
   if (next < mfgData.MaxCols()) {
     for (int32_t c = next; c <= mfgData.MaxCols(); ++c) {
-      if (helper().TextToInteger(attribute(attr::CanEdit, c)) != 0 && mfgData.ColWidth(c) > 15) {
+      int16_t canEdit = 0;  // a flag that does not convert counts as 0: no input there
+      step([&] { canEdit = helper().TextToInteger(attribute(attr::CanEdit, c)); });
+      if (canEdit != 0 && mfgData.ColWidth(c) > 15) {
         target = c;
         break;
       }

@@ -78,18 +78,22 @@ void GridEditor::SetLast3(const QString& FolderPathName, const QString& ControlN
   mfgData.setToolTipText(helpTip_);
   controlName_ = ControlName;
   // The user's own column format, else the global one.
-  step([&] {
+  {
     IniFile ini;
-    const QString userFormat =
-        ini.ReadKey(folderPath_ + QStringLiteral("TQ7UserFormat.ini"),
-                    (QString::number(userNumber_) + QLatin1Char(':') + controlName_).toUpper());
+    QString userFormat;
+    step([&] {
+      userFormat = ini.ReadKey(folderPath_ + QStringLiteral("TQ7UserFormat.ini"),
+                               (QString::number(userNumber_) + QLatin1Char(':') + controlName_).toUpper());
+    });
     if (!userFormat.isEmpty()) {
       ApplyColumnFormat(userFormat);
     } else {
-      ApplyColumnFormat(ini.ReadKey(folderPath_ + QStringLiteral("TQ7GlobalFormat.ini"),
-                                    (QStringLiteral("GLOBAL:") + controlName_).toUpper()));
+      step([&] {
+        ApplyColumnFormat(ini.ReadKey(folderPath_ + QStringLiteral("TQ7GlobalFormat.ini"),
+                                      (QStringLiteral("GLOBAL:") + controlName_).toUpper()));
+      });
     }
-  });
+  }
   joinCaptions();
   step([&] { mfgData.setRow(mfgData.MaxRows()); });
   setColumn(1);
@@ -105,19 +109,17 @@ void GridEditor::joinCaptions() {
   SpreadSurface& s = mfgData;
   for (int32_t row = -999; row <= -991; ++row) {
     if (s.RowHeight(row) <= 0) continue;
-    step([&] {
-      int32_t runStart = 1;
-      QString caption = s.GetText(1, row);
-      for (int32_t col = 2; col <= s.MaxCols(); ++col) {
-        const QString text = s.GetText(col, row);
-        if (text != caption) {
-          s.AddCellSpan(runStart, row, col - runStart, 1);
-          runStart = col;
-          caption = text;
-        }
+    int32_t runStart = 1;
+    QString caption = s.GetText(1, row);
+    for (int32_t col = 2; col <= s.MaxCols(); ++col) {
+      const QString text = s.GetText(col, row);
+      if (text != caption) {
+        step([&] { s.AddCellSpan(runStart, row, col - runStart, 1); });
+        runStart = col;
+        caption = text;
       }
-      s.AddCellSpan(runStart, row, s.MaxCols() - runStart + 1, 1);
-    });
+    }
+    step([&] { s.AddCellSpan(runStart, row, s.MaxCols() - runStart + 1, 1); });
   }
 }
 
@@ -126,15 +128,17 @@ void GridEditor::ApplyColumnFormat(const QString& Text) {
   const int32_t keepCol = mfgData.Col();
   for (const QString& entry : vb::Split(Text, QStringLiteral(";"))) {
     if (entry.isEmpty()) continue;
-    step([&] {
-      const QStringList parts = vb::Split(entry, QStringLiteral(","));
-      const int32_t col = vb::CLng(parts.value(0));
-      double width = vb::CDbl(parts.value(1));
-      if (width < 20) width = 0;
-      mfgData.setCol(col);
-      mfgData.setColHidden(width == 0);
-      mfgData.setColWidth(col, width);
-    });
+    // Statement by statement: a number that does not read counts as 0, so a width that does
+    // not read hides its column and the entries after it are applied all the same.
+    const QStringList parts = vb::Split(entry, QStringLiteral(","));
+    int32_t col = 0;
+    double width = 0;
+    step([&] { col = vb::CLng(parts.value(0)); });
+    step([&] { width = vb::CDbl(parts.value(1)); });
+    if (width < 20) width = 0;
+    step([&] { mfgData.setCol(col); });
+    step([&] { mfgData.setColHidden(width == 0); });
+    step([&] { mfgData.setColWidth(col, width); });
   }
   mfgData.setCol(keepCol);
 }
@@ -177,14 +181,10 @@ void GridEditor::AppendData4(bool UseTableCheck, bool UseFieldCheck, bool /*Auto
 
 void GridEditor::load(bool ClearFirst, bool UseTableCheck, bool UseFieldCheck, bool AutoShow, bool disableBar) {
   db::Connection data, app;
-  step([&] {
-    data.setCursorLocation(db::cursor::UseClient);
-    data.Open(dataConnection_);
-  });
-  step([&] {
-    app.setCursorLocation(db::cursor::UseClient);
-    app.Open(appConnection_);
-  });
+  step([&] { data.setCursorLocation(db::cursor::UseClient); });
+  step([&] { data.Open(dataConnection_); });
+  step([&] { app.setCursorLocation(db::cursor::UseClient); });
+  step([&] { app.Open(appConnection_); });
   if (disableBar) TbrButton.setEnabled(false);
   LoadRecords(ClearFirst, data, app, UseTableCheck, UseFieldCheck, AutoShow);
   if (disableBar) TbrButton.setEnabled(true);
@@ -380,11 +380,9 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
   // After the last record, or a failure: the grid comes back whatever happened.
   textBoxFollows_ = true;
   step([&] { s.SetActiveCell(1, 1); });
-  step([&] {
-    s.setVisible(AutoShow);
-    cmdOption.setVisible(AutoShow);
-    TbrButton.setVisible(AutoShow);
-  });
+  step([&] { s.setVisible(AutoShow); });
+  step([&] { cmdOption.setVisible(AutoShow); });
+  step([&] { TbrButton.setVisible(AutoShow); });
   step([&] {
     if (!rsid_) throw Error{err::ObjectRequired, QStringLiteral("Object required")};
     RecordCount = rsid_->RecordCount();

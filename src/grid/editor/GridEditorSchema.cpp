@@ -26,12 +26,10 @@ int16_t GridEditor::SetFirst(int32_t Cols) {
   numberDigits_ = 0;  // fitted again to the numbers of the new rows
   step([&] { s.SetActiveCell(1, 1); });
   for (int32_t r = 1; r <= s.MaxRows(); ++r) {
-    step([&] {
-      s.SetText(attr::RecordState, r, QString());
-      s.setRowHeight(r, defaultRowHeight_);
-      s.setRow(r);
-      s.setRowHidden(false);
-    });
+    step([&] { s.SetText(attr::RecordState, r, QString()); });
+    step([&] { s.setRowHeight(r, defaultRowHeight_); });
+    step([&] { s.setRow(r); });
+    step([&] { s.setRowHidden(false); });
   }
   numberRows();
   setbuttons();
@@ -42,12 +40,10 @@ int16_t GridEditor::SetFirst(int32_t Cols) {
   // Two decimals until a column declares its own; a column of width 0 stays hidden.
   const int32_t keepCol = s.Col();
   for (int32_t c = 1; c <= s.MaxCols(); ++c) {
-    step([&] {
-      s.SetText(c, attr::NumberOfDecimal, QStringLiteral("2"));
-      s.SetText(c, attr::DisplayDecimal, QStringLiteral("2"));
-      s.setCol(c);
-      s.setColHidden(s.ColWidth(c) == 0);
-    });
+    step([&] { s.SetText(c, attr::NumberOfDecimal, QStringLiteral("2")); });
+    step([&] { s.SetText(c, attr::DisplayDecimal, QStringLiteral("2")); });
+    step([&] { s.setCol(c); });
+    step([&] { s.setColHidden(s.ColWidth(c) == 0); });
   }
   s.setCol(keepCol);
   return 0;
@@ -99,10 +95,8 @@ int16_t GridEditor::addField3(int16_t Column, const QString& FieldName, const QS
   step([&] {
     if (col > s.MaxCols()) s.setMaxCols(col);
   });
-  step([&] {
-    s.setCol(col);
-    s.setColHidden(false);
-  });
+  step([&] { s.setCol(col); });
+  step([&] { s.setColHidden(false); });
   // A group caption shows for the whole grid as soon as one column has one.
   put(attr::FieldName, FieldName);
   put(attr::GroupCaption1, GroupCaption1);
@@ -138,10 +132,8 @@ int16_t GridEditor::addField3(int16_t Column, const QString& FieldName, const QS
     put(attr::CanEdit, num(CanEdit));
     put(attr::CanBlank, num(CanBlank));
     if (CanBlank != 1) {
-      step([&] {
-        s.setRow(attr::Caption);
-        s.setFontBold(true);
-      });
+      step([&] { s.setRow(attr::Caption); });
+      step([&] { s.setFontBold(true); });
     }
     put(attr::CanDeleteAlias, num(CanDeleteAlias));
     put(attr::StopBlankMove, num(StopBlankMove));
@@ -166,27 +158,19 @@ int16_t GridEditor::addField3(int16_t Column, const QString& FieldName, const QS
     step([&] { s.setColWidth(col, Width); });
   }
   // A column of width 0 is hidden, and the reverse.
-  step([&] {
-    s.setCol(col);
-    s.setColHidden(s.ColWidth(col) == 0);
-  });
+  step([&] { s.setCol(col); });
+  step([&] { s.setColHidden(s.ColWidth(col) == 0); });
   // The caption and its alignment.
   put(attr::Caption, Caption);
-  step([&] {
-    s.setRow(attr::Caption);
-    applyAlignment(TitleAlign, true);
-  });
+  step([&] { s.setRow(attr::Caption); });
+  applyAlignment(TitleAlign, true);
   // The whole column's alignment, kept in the attribute rows for new rows.
-  step([&] {
-    s.setRow(-1);
-    applyAlignment(RowAlign, false);
-    s.SetText(col, attr::HAlign, num(s.TypeHAlign()));
-    s.SetText(col, attr::VAlign, num(s.TypeVAlign()));
-  });
-  step([&] {
-    s.setRow(-1);
-    s.setLock(true);
-  });
+  step([&] { s.setRow(-1); });
+  applyAlignment(RowAlign, false);
+  step([&] { s.SetText(col, attr::HAlign, num(s.TypeHAlign())); });
+  step([&] { s.SetText(col, attr::VAlign, num(s.TypeVAlign())); });
+  step([&] { s.setRow(-1); });
+  step([&] { s.setLock(true); });
   s.setRow(keepRow);
   s.setCol(keepCol);
   if (!declaredWidths_.isEmpty()) declaredWidths_ += QLatin1Char(';');
@@ -200,32 +184,28 @@ void GridEditor::applyAlignment(int16_t flexAlign, bool titleRow) {
   static const int16_t h[] = {0, 0, 0, 2, 2, 2, 1, 1, 1};
   static const int16_t v[] = {0, 2, 1, 0, 2, 1, 0, 2, 1};
   if (flexAlign < 0 || flexAlign > 8) return;  // General, or a value outside the set: no change
-  mfgData.setTypeHAlign(h[flexAlign]);
-  mfgData.setTypeVAlign(titleRow ? 2 : v[flexAlign]);
+  step([&] { mfgData.setTypeHAlign(h[flexAlign]); });
+  step([&] { mfgData.setTypeVAlign(titleRow ? 2 : v[flexAlign]); });
 }
 
 bool GridEditor::IsColHidden(int32_t iColumn) {
   bool hidden = false;
-  step([&] {
-    const int32_t keep = mfgData.Col();
-    mfgData.setCol(iColumn);
-    hidden = mfgData.ColHidden();
-    mfgData.setCol(keep);
-  });
+  const int32_t keep = mfgData.Col();
+  step([&] { mfgData.setCol(iColumn); });
+  step([&] { hidden = mfgData.ColHidden(); });
+  step([&] { mfgData.setCol(keep); });
   return hidden;
 }
 
 double GridEditor::SetColumnWidth(int32_t iColumn, double Value) {
   double width = 0;
-  step([&] {
-    const int32_t keepRow = mfgData.Row(), keepCol = mfgData.Col();
-    mfgData.setColWidth(iColumn, Value);
-    mfgData.setCol(iColumn);
-    mfgData.setColHidden(mfgData.ColWidth(iColumn) == 0);
-    width = mfgData.ColWidth(iColumn);
-    mfgData.setRow(keepRow);
-    mfgData.setCol(keepCol);
-  });
+  const int32_t keepRow = mfgData.Row(), keepCol = mfgData.Col();
+  step([&] { mfgData.setColWidth(iColumn, Value); });
+  step([&] { mfgData.setCol(iColumn); });
+  step([&] { mfgData.setColHidden(mfgData.ColWidth(iColumn) == 0); });
+  step([&] { width = mfgData.ColWidth(iColumn); });
+  step([&] { mfgData.setRow(keepRow); });
+  step([&] { mfgData.setCol(keepCol); });
   return width;
 }
 

@@ -45,54 +45,58 @@ int16_t GridEditor::CheckRecordStatus(int32_t Record) {
   for (int32_t col = 1; col <= Column2Col(highestColumn_); ++col) {
     const FieldKind kind = fieldKind(attribute(attr::FieldType, col));
     if (kind == FieldKind::None) continue;
-    step([&] {
-      const QString text = mfgData.GetText(col, row);
-      const double value = Matrix1.GetValue(row, col);
-      // A key column, and whether it is blank.
-      if (attribute(attr::PrimaryKey, col) == QLatin1String("1")) {
-        ++keyCount;
-        if (text.isEmpty()) ++keyBlank;
-      }
-      // A column that takes no duplicates: the same value in another live record is an error.
-      if (attribute(attr::CanDuplicate, col) != QLatin1String("1")) {
-        const QVariant checkValue = comparesByValue(kind) ? QVariant(value) : QVariant(text);
+    const QString text = mfgData.GetText(col, row);
+    const double value = Matrix1.GetValue(row, col);
+    // A key column, and whether it is blank.
+    if (attribute(attr::PrimaryKey, col) == QLatin1String("1")) {
+      ++keyCount;
+      if (text.isEmpty()) ++keyBlank;
+    }
+    // A column that takes no duplicates: the same value in another live record is an error.
+    if (attribute(attr::CanDuplicate, col) != QLatin1String("1")) {
+      const QVariant checkValue = comparesByValue(kind) ? QVariant(value) : QVariant(text);
+      step([&] {
         if (CheckDulicate(col, checkValue, Record)) ++errorCount;
-      }
-      // Optional: every optional column counts as filled or not, whatever its type.
-      if (attribute(attr::CanBlank, col) == QLatin1String("1")) {
-        ++optionalCount;
-        if (!text.isEmpty()) ++optionalFilled;
-        return;
-      }
-      // Required: an empty text, or a zero where a number or date belongs, is an error.
-      ++requiredCount;
-      bool checkLimits = false;
-      switch (kind) {
-        case FieldKind::Text:
-        case FieldKind::LabelList:
-          if (text.isEmpty()) ++errorCount;
-          break;
-        case FieldKind::AbsNumber:
-        case FieldKind::Number:
-        case FieldKind::Year:
-        case FieldKind::Hour:
-        case FieldKind::Date:
-        case FieldKind::Period:
-        case FieldKind::DayTime:
-          if (value == 0)
-            ++errorCount;
-          else
-            checkLimits = true;
-          break;
-        case FieldKind::Time: checkLimits = true; break;
-        default: break;  // required, and never failing
-      }
-      // Both limits, the lower and the upper.
-      if (checkLimits) {
+      });
+    }
+    // Optional: every optional column counts as filled or not, whatever its type.
+    if (attribute(attr::CanBlank, col) == QLatin1String("1")) {
+      ++optionalCount;
+      if (!text.isEmpty()) ++optionalFilled;
+      continue;
+    }
+    // Required: an empty text, or a zero where a number or date belongs, is an error.
+    ++requiredCount;
+    bool checkLimits = false;
+    switch (kind) {
+      case FieldKind::Text:
+      case FieldKind::LabelList:
+        if (text.isEmpty()) ++errorCount;
+        break;
+      case FieldKind::AbsNumber:
+      case FieldKind::Number:
+      case FieldKind::Year:
+      case FieldKind::Hour:
+      case FieldKind::Date:
+      case FieldKind::Period:
+      case FieldKind::DayTime:
+        if (value == 0)
+          ++errorCount;
+        else
+          checkLimits = true;
+        break;
+      case FieldKind::Time: checkLimits = true; break;
+      default: break;  // required, and never failing
+    }
+    // Both limits, the lower and the upper, each a test of its own.
+    if (checkLimits) {
+      step([&] {
         if (breaks(attribute(attr::MinCon, col), value, h.TextToDouble(attribute(attr::MinValue, col)))) ++errorCount;
+      });
+      step([&] {
         if (breaks(attribute(attr::MaxCon, col), value, h.TextToDouble(attribute(attr::MaxValue, col)))) ++errorCount;
-      }
-    });
+      });
+    }
   }
   (void)optionalCount;  // counted, as the record's columns are, and read by nothing
   // A comparison of counts: a grid without required and key columns never answers 1.

@@ -134,16 +134,15 @@ double GridEditor::GETValue(int32_t iRecord, int32_t iColumn) {
 
 int16_t GridEditor::SetValue(int32_t iRecord, int32_t iColumn, double Value) {
   if (iRecord > mfgData.MaxRows() || iColumn > mfgData.MaxCols()) return 0;
+  const FieldKind kind = fieldKind(attribute(attr::FieldType, iColumn));
+  const bool keep = kind == FieldKind::None || kind == FieldKind::Time || kind == FieldKind::Period ||
+                    kind == FieldKind::Date || kind == FieldKind::DateTime || kind == FieldKind::Hour ||
+                    kind == FieldKind::DayTime;
+  // A rounding whose decimals do not convert leaves the value as given; it is written all the same.
+  double v = Value;
+  if (!keep) step([&] { v = helper().RoundTo(Value, helper().TextToInteger(attribute(attr::DisplayDecimal, iColumn))); });
   int16_t status = 0;
-  step([&] {
-    const FieldKind kind = fieldKind(attribute(attr::FieldType, iColumn));
-    double v = Value;
-    const bool keep = kind == FieldKind::None || kind == FieldKind::Time || kind == FieldKind::Period ||
-                      kind == FieldKind::Date || kind == FieldKind::DateTime || kind == FieldKind::Hour ||
-                      kind == FieldKind::DayTime;
-    if (!keep) v = helper().RoundTo(Value, helper().TextToInteger(attribute(attr::DisplayDecimal, iColumn)));
-    status = Matrix1.SetValue(iRecord, iColumn, v);
-  });
+  step([&] { status = Matrix1.SetValue(iRecord, iColumn, v); });
   return status;
 }
 
@@ -230,40 +229,38 @@ void GridEditor::CellDataChange(int32_t& Row, int32_t& Column) {
   if (Row > mfgData.MaxRows()) return;
   const int32_t row = Row, col = Column;
   const int32_t keepRow = mfgData.Row(), keepCol = mfgData.Col();
-  step([&] {
-    const ColumnFacts f = factsOf(col);
-    const FieldKind kind = f.kind;
-    const double v = Matrix1.GetValue(row, col);
-    const bool zero = v == 0 && !showZeroValueText_;
-    auto text = [&](const QString& t) { mfgData.SetText(col, row, t); };
-    switch (kind) {
-      case FieldKind::Check: showCheckCell(row, col, v); break;
-      case FieldKind::YesNo: text(v == 1 ? QStringLiteral("Y") : QStringLiteral("N")); break;
-      case FieldKind::Period:
-        text(v == 0 ? noText() : shown(Form::Period, v));
-        emptyDateTest(row, col);
-        break;
-      case FieldKind::Date:
-        text(v == 0 ? noText() : shown(Form::Date, v, true));
-        emptyDateTest(row, col);
-        break;
-      case FieldKind::DateTime:
-        text(v == 0 ? noText() : shown(Form::DateTime, v, false));
-        break;
-      case FieldKind::Time: text(zero ? noText() : shown(Form::Time, v)); break;
-      case FieldKind::LabelList:
-        if (!attribute(attr::Labels, col).isEmpty()) text(labelAt(col, v));
-        break;
-      case FieldKind::Hour: text(v == 0 ? noText() : shown(Form::Hour, v)); break;
-      case FieldKind::DayTime: text(v == 0 ? noText() : shown(Form::DayTime, v)); break;
-      case FieldKind::Year: text(v == 0 ? noText() : shown(Form::Year, v)); break;
-      default:
-        // Any other type shows the number, TEXT included: a value written to a TEXT column
-        // replaces its text.
-        text(zero ? noText() : shown(Form::Number, v, decimalsOf(f, col)));
-        break;
-    }
-  });
+  const ColumnFacts f = factsOf(col);
+  const FieldKind kind = f.kind;
+  const double v = Matrix1.GetValue(row, col);
+  const bool zero = v == 0 && !showZeroValueText_;
+  // Each write is a step of its own: a text that cannot be formed leaves the cell's old text,
+  // and what follows (the empty-date test) still runs on it.
+  auto text = [&](auto&& form) { step([&] { mfgData.SetText(col, row, form()); }); };
+  switch (kind) {
+    case FieldKind::Check: step([&] { showCheckCell(row, col, v); }); break;
+    case FieldKind::YesNo: text([&] { return v == 1 ? QStringLiteral("Y") : QStringLiteral("N"); }); break;
+    case FieldKind::Period:
+      text([&]() -> const QString& { return v == 0 ? noText() : shown(Form::Period, v); });
+      step([&] { emptyDateTest(row, col); });
+      break;
+    case FieldKind::Date:
+      text([&]() -> const QString& { return v == 0 ? noText() : shown(Form::Date, v, true); });
+      step([&] { emptyDateTest(row, col); });
+      break;
+    case FieldKind::DateTime: text([&]() -> const QString& { return v == 0 ? noText() : shown(Form::DateTime, v, false); }); break;
+    case FieldKind::Time: text([&]() -> const QString& { return zero ? noText() : shown(Form::Time, v); }); break;
+    case FieldKind::LabelList:
+      if (!attribute(attr::Labels, col).isEmpty()) text([&] { return labelAt(col, v); });
+      break;
+    case FieldKind::Hour: text([&]() -> const QString& { return v == 0 ? noText() : shown(Form::Hour, v); }); break;
+    case FieldKind::DayTime: text([&]() -> const QString& { return v == 0 ? noText() : shown(Form::DayTime, v); }); break;
+    case FieldKind::Year: text([&]() -> const QString& { return v == 0 ? noText() : shown(Form::Year, v); }); break;
+    default:
+      // Any other type shows the number, TEXT included: a value written to a TEXT column
+      // replaces its text.
+      text([&]() -> const QString& { return zero ? noText() : shown(Form::Number, v, decimalsOf(f, col)); });
+      break;
+  }
   mfgData.setRow(keepRow);
   mfgData.setCol(keepCol);
   raise(&GridEditorEvents::GridDataChange);
@@ -288,84 +285,89 @@ void GridEditor::FillINI2(std::optional<int32_t> iRow) {
       continue;
     }
     const ColumnFacts f = factsOf(col);
-    step([&] {
-      s.setCol(col);
-      if (f.alignOk) {
-        s.setTypeHAlign(f.h);
-        s.setTypeVAlign(f.v);
-      } else {
-        s.setTypeHAlign(h.TextToInteger(attribute(attr::HAlign, col)));
-        s.setTypeVAlign(h.TextToInteger(attribute(attr::VAlign, col)));
-      }
-      s.setCellNote(QString());
-      s.setBackColor(syscolor::Window);
-      s.setForeColor(syscolor::WindowText);
-    });
+    // The look of the cell, statement by statement: an alignment text that does not convert
+    // leaves that alignment alone and the note and colours are reset all the same.
+    step([&] { s.setCol(col); });
+    if (f.alignOk) {
+      step([&] { s.setTypeHAlign(f.h); });
+      step([&] { s.setTypeVAlign(f.v); });
+    } else {
+      step([&] { s.setTypeHAlign(h.TextToInteger(attribute(attr::HAlign, col))); });
+      step([&] { s.setTypeVAlign(h.TextToInteger(attribute(attr::VAlign, col))); });
+    }
+    step([&] { s.setCellNote(QString()); });
+    step([&] { s.setBackColor(syscolor::Window); });
+    step([&] { s.setForeColor(syscolor::WindowText); });
     const FieldKind kind = f.kind;
     if (kind == FieldKind::None) continue;
-    step([&] {
-      const double defaultValue = f.defaultValue;
-      auto text = [&](const QString& t) { s.SetText(col, row, t); };
-      switch (kind) {
-        case FieldKind::AutoNumber:
-          SetValue(row, col, row);
-          locks().SetValue(row, col, 0);
-          break;
-        case FieldKind::AbsNumber:
-          Matrix1.SetValue(row, col, std::abs(defaultValue));
-          locks().SetValue(row, col, 0);
-          break;
-        case FieldKind::Number:
-        case FieldKind::Year:
-          Matrix1.SetValue(row, col, defaultValue);
-          locks().SetValue(row, col, 0);
-          break;
-        case FieldKind::Text: text(attribute(attr::DefaultText, col)); break;
-        case FieldKind::Check:
-          showCheckCell(row, col, 0);
-          Matrix1.SetValue(row, col, defaultValue);
-          break;
-        case FieldKind::YesNo: Matrix1.SetValue(row, col, defaultValue); break;
-        case FieldKind::Period:
-        case FieldKind::Date: {
-          const double v = defaultValue;
-          Matrix1.SetValue(row, col, v);
-          if (v == 0)
-            text(QString());
-          else
-            text(kind == FieldKind::Period ? shown(Form::Period, v) : shown(Form::Date, v, false));
-          emptyDateTest(row, col);
-          break;
-        }
-        case FieldKind::DateTime: {
-          double v = defaultValue;
-          if (v == 0) v = platform().now();
-          Matrix1.SetValue(row, col, v);
-          text(shown(Form::DateTime, v, false));
-          break;
-        }
-        case FieldKind::Time:
-        case FieldKind::Hour: {
-          const double v = defaultValue;
-          Matrix1.SetValue(row, col, v);
-          text(shown(Form::Time, v));
-          break;
-        }
-        case FieldKind::DayTime: {
-          const double v = defaultValue;
-          Matrix1.SetValue(row, col, v);
-          text(shown(Form::DayTime, v));
-          break;
-        }
-        case FieldKind::LabelList: {
-          const int16_t position = f.positionOk ? f.defaultPosition : h.TextToInteger(attribute(attr::DefaultValue, col));
-          Matrix1.SetValue(row, col, std::abs(double(position)));
-          if (!attribute(attr::Labels, col).isEmpty()) text(labelAt(col, position));
-          break;
-        }
-        default: break;
+    // The default of the row, one guarded write after the other.
+    const double defaultValue = f.defaultValue;
+    auto value = [&](double v) { step([&] { Matrix1.SetValue(row, col, v); }); };
+    auto unlock = [&] { step([&] { locks().SetValue(row, col, 0); }); };
+    auto text = [&](auto&& form) { step([&] { s.SetText(col, row, form()); }); };
+    switch (kind) {
+      case FieldKind::AutoNumber:
+        step([&] { SetValue(row, col, row); });
+        unlock();
+        break;
+      case FieldKind::AbsNumber:
+        value(std::abs(defaultValue));
+        unlock();
+        break;
+      case FieldKind::Number:
+      case FieldKind::Year:
+        value(defaultValue);
+        unlock();
+        break;
+      case FieldKind::Text: text([&]() -> const QString& { return attribute(attr::DefaultText, col); }); break;
+      case FieldKind::Check:
+        step([&] { showCheckCell(row, col, 0); });
+        value(defaultValue);
+        break;
+      case FieldKind::YesNo: value(defaultValue); break;
+      case FieldKind::Period:
+      case FieldKind::Date: {
+        const double v = defaultValue;
+        value(v);
+        text([&]() -> const QString& {
+          if (v == 0) return noText();
+          return kind == FieldKind::Period ? shown(Form::Period, v) : shown(Form::Date, v, false);
+        });
+        step([&] { emptyDateTest(row, col); });
+        break;
       }
-    });
+      case FieldKind::DateTime: {
+        double v = defaultValue;
+        if (v == 0) v = platform().now();
+        value(v);
+        text([&]() -> const QString& { return shown(Form::DateTime, v, false); });
+        break;
+      }
+      case FieldKind::Time:
+      case FieldKind::Hour: {
+        const double v = defaultValue;
+        value(v);
+        text([&]() -> const QString& { return shown(Form::Time, v); });
+        break;
+      }
+      case FieldKind::DayTime: {
+        const double v = defaultValue;
+        value(v);
+        text([&]() -> const QString& { return shown(Form::DayTime, v); });
+        break;
+      }
+      case FieldKind::LabelList: {
+        // The position is converted in each statement that uses it: one that does not convert
+        // fails both the value and the label.
+        auto position = [&]() -> int16_t {
+          return f.positionOk ? f.defaultPosition : h.TextToInteger(attribute(attr::DefaultValue, col));
+        };
+        step([&] { Matrix1.SetValue(row, col, std::abs(double(position()))); });
+        if (!attribute(attr::Labels, col).isEmpty()) text([&] { return labelAt(col, position()); });
+        break;
+      }
+      default: break;
+    }
   }
 }
 

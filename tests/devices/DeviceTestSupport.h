@@ -5,6 +5,7 @@
 #include "frame/FakePlatform.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QDeadlineTimer>
 #include <QString>
 #include <QThread>
@@ -61,6 +62,12 @@ inline void pump(int ms) {
 class PumpingPlatform : public FakePlatform {
  public:
   QString folder;  // application and temporary folder
+  bool realClock = false;  // now() from the system clock instead of the fixed one
+  double now() override {
+    if (!realClock) return FakePlatform::now();
+    const QDateTime t = QDateTime::currentDateTime();
+    return double(QDate(1899, 12, 30).daysTo(t.date())) + t.time().msecsSinceStartOfDay() / 86400000.0;
+  }
   void processEvents() override {
     FakePlatform::processEvents();
     QCoreApplication::processEvents();

@@ -43,7 +43,7 @@ class QtHttpTransfer : public HttpTransfer {
   bool executing_ = false;
   bool received_ = false;
   uint32_t request_ = 0;  // reports of an earlier request are dropped
-  int32_t timeoutSeconds_ = 0;
+  int32_t timeoutSeconds_ = 60;  // the transfer control's own default
   int msPerSecond_;
 };
 

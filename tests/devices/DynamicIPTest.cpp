@@ -22,6 +22,8 @@ const std::string kList = "<html><body>OK\nALLIP=OFFICE=203.150.7.21, Branch2 = 
 Server::Response route(const Server::Request& r) {
   const std::string& t = r.target;
   if (t.rfind("/updateip.asp", 0) == 0) return Server::page(kList);
+  // A registration service that begins its answer and stalls past the time-out.
+  if (t.rfind("/stalled/updateip.asp", 0) == 0) return Server::Response{200, {{0, "ALLIP=A=1"}, {2500, ",B=2<br>"}}};
   if (t == "/echo") return Server::page(kEcho);
   if (t == "/404") return Server::page("<html>Not Found</html>", 404);
   if (t == "/500") return Server::page("<html>Current IP Address: </html>", 500);
@@ -251,7 +253,23 @@ TEST_F(DynamicIPTest, ServerDownAndTimeOutLeaveTheStatusWhereItStood) {
   EXPECT_EQ(ip->Label1.Caption(), QStringLiteral("Establishing connection..."));
   EXPECT_TRUE(events.wan.isEmpty());
 
+  // The registration answer stalls half way: its own time-out, the control's default of 60
+  // seconds, ends the wait, and the part that came holds no list.
   writeINI("/echo");
+  ip->setRegistrationEndpoint(server.base() + QStringLiteral("/stalled"));
+  clock.restart();
+  ip->Timer2.Tick();
+  ASSERT_TRUE(waitFor([&] { return ip->Label1.Caption() == QStringLiteral("Updating ..."); }, 2000));
+  ASSERT_TRUE(waitFor([&] { return !ip->Inet2().StillExecuting(); }, 2400));
+  EXPECT_GE(clock.elapsed(), 1000);
+  pump(50);
+  EXPECT_EQ(events.wan.size(), 1);
+  EXPECT_TRUE(events.all.isEmpty());
+  QFile partial(ip->TextFile2());
+  ASSERT_TRUE(partial.open(QIODevice::ReadOnly));
+  EXPECT_EQ(partial.readAll(), QByteArray("ALLIP=A=1"));
+
+  ip->setRegistrationEndpoint(server.base());
   ip->Timer2.Tick();
   ASSERT_TRUE(waitFor([&] { return events.all.size() == 1; }, 4000));
   settle();

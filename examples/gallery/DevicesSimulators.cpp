@@ -16,7 +16,11 @@ ScaleSimulator::ScaleSimulator(QObject* parent) : QObject(parent) {
     ::close(master_);
     master_ = -1;
   }
-  if (master_ >= 0) slavePath_ = QString::fromLocal8Bit(ptsname(master_));
+  if (master_ >= 0) {
+    slavePath_ = QString::fromLocal8Bit(ptsname(master_));
+    // A reader that is not connected leaves the bytes in the line; a full line drops the frame.
+    fcntl(master_, F_SETFL, fcntl(master_, F_GETFL) | O_NONBLOCK);
+  }
   connect(&timer_, &QTimer::timeout, this, [this] { sendNext(); });
 }
 
@@ -36,9 +40,6 @@ void ScaleSimulator::sendNext() {
   last_ = frames_[next_];
   next_ = (next_ + 1) % frames_.size();
   const QByteArray bytes = last_.toLatin1();
-  // A reader that is not connected leaves the bytes in the line; a full line drops the frame.
-  const int flags = fcntl(master_, F_GETFL);
-  fcntl(master_, F_SETFL, flags | O_NONBLOCK);
   [[maybe_unused]] const ssize_t n = ::write(master_, bytes.constData(), size_t(bytes.size()));
 }
 

@@ -128,11 +128,12 @@ TEST_F(DynamicIPTest, SettingsFileAndCreation) {
   EXPECT_EQ(ip->Timer2.Interval(), 15000);
   EXPECT_EQ(ip->CustomerCode, QString());
   ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-  f.write("[TQ7]\nREFRESH=soon\n");
+  f.write("[TQ7]\nREFRESH=soon\nCUSTOMERCODE=C777\n");
   f.close();
   ip->LoadINI();
   EXPECT_EQ(ip->Refresh, 15000);
   EXPECT_EQ(ip->Timer2.Interval(), 15000);
+  EXPECT_EQ(ip->CustomerCode, QStringLiteral("C777"));  // the statements after the failed one ran
 
   // The whole text of a file, each line ending in CR LF.
   QFile t(dir.path() + QStringLiteral("/lines.txt"));

@@ -215,6 +215,15 @@ TEST_F(WeightMachineTest, ModesScaleTheNumberByteByByteAndSplitFrames) {
   EXPECT_EQ(box(), QStringLiteral("12"));
   send("3.5 KG\r\n");
   EXPECT_EQ(box(), QStringLiteral("3.5"));
+
+  // A parse that fails (a start below 1) is skipped, and the colour step after it still runs on
+  // what the box holds.
+  wm->WEIGHTSTART = 0;
+  wm->TxtRegis.setText(QStringLiteral("-4"));
+  EXPECT_EQ(colour(), wm->PositiveColor);
+  send("  99 KG");
+  EXPECT_EQ(box(), QStringLiteral("-4"));
+  EXPECT_EQ(colour(), wm->NagativeColor);
 }
 
 TEST_F(WeightMachineTest, HugeFramesAndAClosedFarEndLeaveTheReaderAlive) {

@@ -23,4 +23,11 @@ QWidget* makeInvoicePage(const SampleDatabase& db, QWidget* parent = nullptr);
 // the message to show, which begins with "บันทึกแล้ว" when the lines were written.
 QString saveInvoice(tq7::GridEditor& grid, const QString& connection, const QString& invoiceNo);
 
+// The weighing scale reader on the gallery's simulated scale, and the public address tracker on
+// the gallery's own echo and registration service.
+QWidget* makeDevicesPage(QWidget* parent = nullptr);
+// Brings the devices page into a state for its screenshot ("positive", "negative",
+// "disconnected", "tracker"); false when it did not get there in time.
+bool showDevicesState(QWidget* page, const QString& state);
+
 }  // namespace gallery

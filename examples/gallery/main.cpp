@@ -30,6 +30,7 @@ struct Page {
 const Page kPages[] = {
     {"ชนิดข้อมูล / Field types", "01-field-types.png"},
     {"ใบแจ้งหนี้ / Invoice", "02-invoice.png"},
+    {"อุปกรณ์ / Devices", "devices.png"},
 };
 
 // Lets queued work run: the grids sync their widgets once per turn of the loop, and a shown
@@ -96,6 +97,16 @@ int screenshots(QMainWindow& window, QTabWidget& tabs, const QString& dir) {
     if (auto* save = window.findChild<QPushButton*>(QStringLiteral("cmdSave"))) save->click();
     shoot(QStringLiteral("05-invoice-saved.png"));
   }
+  // Devices: the scale reading a positive and a negative weight, disconnected, and the tracker
+  // after a round with the customer's addresses.
+  if (QWidget* devices = window.findChild<QWidget*>(QStringLiteral("pageDevices"))) {
+    tabs.setCurrentWidget(devices);
+    for (const char* state : {"positive", "negative", "disconnected", "tracker"}) {
+      if (!gallery::showDevicesState(devices, QString::fromLatin1(state)))
+        QTextStream(stderr) << "tq7-gallery: the devices page did not reach " << state << "\n";
+      shoot(QStringLiteral("devices-%1.png").arg(QLatin1String(state)));
+    }
+  }
   out.flush();
   return failed ? 1 : 0;
 }
@@ -127,6 +138,7 @@ int main(int argc, char** argv) {
   auto* tabs = new QTabWidget(&window);
   tabs->addTab(gallery::makeFieldTypesPage(db.folder), QString::fromUtf8(kPages[0].title));
   tabs->addTab(gallery::makeInvoicePage(db), QString::fromUtf8(kPages[1].title));
+  tabs->addTab(gallery::makeDevicesPage(), QString::fromUtf8(kPages[2].title));
   window.setCentralWidget(tabs);
   window.resize(1280, 720);
 

@@ -3,6 +3,7 @@
 // the grid declared column by column, given its source and finished, in the control's order.
 #include <QString>
 #include <QWidget>
+#include <functional>
 
 namespace tq7 {
 class GridEditor;
@@ -22,5 +23,11 @@ QWidget* makeInvoicePage(const SampleDatabase& db, QWidget* parent = nullptr);
 // Checks the invoice grid's records and, when all is well, writes them back to the table; answers
 // the message to show, which begins with "บันทึกแล้ว" when the lines were written.
 QString saveInvoice(tq7::GridEditor& grid, const QString& connection, const QString& invoiceNo);
+
+// The ribbon of a Thai trading desk in the three skins, with a status line for its events.
+QWidget* makeRibbonPage(QWidget* parent = nullptr);
+// Takes the ribbon page's pictures through shoot(file): each skin at rest, hovered and pressed,
+// and a tab clicked; with "-2x" in the names when the screen is scaled.
+void ribbonScreenshots(QWidget* page, const std::function<void(const QString&)>& shoot);
 
 }  // namespace gallery

@@ -30,6 +30,7 @@ struct Page {
 const Page kPages[] = {
     {"ชนิดข้อมูล / Field types", "01-field-types.png"},
     {"ใบแจ้งหนี้ / Invoice", "02-invoice.png"},
+    {"ริบบอน / Ribbon", "06-ribbon.png"},
 };
 
 // Lets queued work run: the grids sync their widgets once per turn of the loop, and a shown
@@ -96,6 +97,10 @@ int screenshots(QMainWindow& window, QTabWidget& tabs, const QString& dir) {
     if (auto* save = window.findChild<QPushButton*>(QStringLiteral("cmdSave"))) save->click();
     shoot(QStringLiteral("05-invoice-saved.png"));
   }
+  if (auto* ribbon = window.findChild<QWidget*>(QStringLiteral("pgRibbon"))) {
+    tabs.setCurrentWidget(ribbon);
+    gallery::ribbonScreenshots(ribbon, shoot);
+  }
   out.flush();
   return failed ? 1 : 0;
 }
@@ -127,6 +132,7 @@ int main(int argc, char** argv) {
   auto* tabs = new QTabWidget(&window);
   tabs->addTab(gallery::makeFieldTypesPage(db.folder), QString::fromUtf8(kPages[0].title));
   tabs->addTab(gallery::makeInvoicePage(db), QString::fromUtf8(kPages[1].title));
+  tabs->addTab(gallery::makeRibbonPage(), QString::fromUtf8(kPages[2].title));
   window.setCentralWidget(tabs);
   window.resize(1280, 720);
 

@@ -97,8 +97,8 @@ void ACPRibbonWidget::paintPieces(QPainter& p, qreal devicePixelRatio) {
       if (text.contains(u'\r')) text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
       p.setFont(qfont(piece.font));
       p.setPen(toQColor(piece.ForeColor, pal));
-      // An auto-size label is as large as its text; let a glyph's overhang show.
-      const QRectF box = QRectF(r).adjusted(-2, 0, 2, 2);
+      // An auto-size label is as large as its text; let a glyph's overhang show on the open sides.
+      const QRectF box = QRectF(r).adjusted(piece.Centred ? -2 : 0, 0, 2, 2);
       p.drawText(box, (piece.Centred ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignTop, text);
     }
   }

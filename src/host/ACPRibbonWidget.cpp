@@ -15,6 +15,9 @@ namespace tq7 {
 namespace {
 
 // A length in twips as a whole pixel, so that pieces meet edge to edge and pictures stay sharp.
+// How far a glyph may reach past the measured text.
+constexpr int kOverhang = 2;
+
 int px(double twips) { return int(std::lround(twips / TwipsPerPixel)); }
 
 QRect rectOf(const RibbonPiece& p) {
@@ -75,7 +78,6 @@ void ACPRibbonWidget::paintPieces(QPainter& p, qreal devicePixelRatio) {
   const bool sharp = devicePixelRatio > 1.0;
   const QPalette& pal = palette();
   const RibbonPieceStack& stack = ribbon_.pieces();
-  QString text;
   for (const PieceRef ref : stack.order()) {
     const RibbonPiece& piece = stack.at(ref.array, ref.index);
     if (!piece.Visible) continue;
@@ -84,8 +86,13 @@ void ACPRibbonWidget::paintPieces(QPainter& p, qreal devicePixelRatio) {
       const QImage& img = sharp && !piece.Picture2x.isNull() ? piece.Picture2x : piece.Picture;
       if (img.isNull() || r.isEmpty()) continue;
       if (piece.Stretch) {
+        // The stretched pictures are alike column by column and keep their height, so the plain
+        // scaling draws them as well as the smooth one, at a fraction of the cost.
+        p.setRenderHint(QPainter::SmoothPixmapTransform, false);
         p.drawImage(r, img);
       } else {
+        // An application's picture may be drawn smaller than it is: that needs the smooth scaling.
+        p.setRenderHint(QPainter::SmoothPixmapTransform, true);
         // At its own size from the top left, clipped to the piece.
         const qreal ratio = img.devicePixelRatio();
         const QSizeF own = img.deviceIndependentSize();
@@ -93,22 +100,45 @@ void ACPRibbonWidget::paintPieces(QPainter& p, qreal devicePixelRatio) {
         p.drawImage(QRectF(r.left(), r.top(), w, h), img, QRectF(0, 0, w * ratio, h * ratio));
       }
     } else if (!piece.Caption.isEmpty()) {
-      text = piece.Caption;
-      if (text.contains(u'\r')) text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-      p.setFont(qfont(piece.font));
-      p.setPen(toQColor(piece.ForeColor, pal));
-      // An auto-size label is as large as its text; let a glyph's overhang show on the open sides.
-      const QRectF box = QRectF(r).adjusted(piece.Centred ? -2 : 0, 0, 2, 2);
-      p.drawText(box, (piece.Centred ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignTop, text);
+      const QImage& text = textImage(piece, r.size(), devicePixelRatio);
+      p.drawImage(QPointF(r.left() - (piece.Centred ? kOverhang : 0), r.top()), text);
     }
   }
+}
+
+const QImage& ACPRibbonWidget::textImage(const RibbonPiece& piece, QSize size, qreal dpr) {
+  // The same captions are drawn at every paint; each is laid out and drawn once, then copied.
+  key_.clear();
+  key_ += piece.Caption;
+  key_ += QChar(0);
+  key_ += QString::number(piece.ForeColor, 16) + QLatin1Char(',') + QString::number(size.width()) + QLatin1Char(',') +
+          QString::number(size.height()) + QLatin1Char(',') + QString::number(dpr) + QLatin1Char(',') +
+          QLatin1Char(piece.Centred ? 'c' : 'l') + QLatin1Char(',');
+  key_ += piece.font.Name + QString::number(piece.font.Size) + QLatin1Char(piece.font.Bold ? 'b' : 'n');
+  if (const auto it = texts_.constFind(key_); it != texts_.constEnd()) return it.value();
+  if (texts_.size() > 2048) texts_.clear();  // captions come and go with the application's bar
+
+  // An auto-size label is as large as its text; a glyph's overhang may show on the open sides.
+  const int left = piece.Centred ? kOverhang : 0;
+  const QSize box(size.width() + left + kOverhang, size.height() + kOverhang);
+  QImage img((QSizeF(box) * dpr).toSize(), QImage::Format_ARGB32_Premultiplied);
+  img.setDevicePixelRatio(dpr);
+  img.fill(Qt::transparent);
+  QString text = piece.Caption;
+  if (text.contains(u'\r')) text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+  QPainter tp(&img);
+  tp.setFont(qfont(piece.font));
+  tp.setPen(toQColor(piece.ForeColor, palette()));
+  tp.drawText(QRectF(0, 0, box.width(), box.height()), (piece.Centred ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignTop,
+              text);
+  tp.end();
+  return texts_.insert(key_, img).value();
 }
 
 void ACPRibbonWidget::paintEvent(QPaintEvent*) {
   QPainter p(this);
   p.fillRect(rect(), toQColor(ribbon_.BackColor()));
-  p.setRenderHint(QPainter::SmoothPixmapTransform);
-  paintPieces(p, devicePixelRatioF());
+  paintPieces(p, p.device()->devicePixelRatioF());
 }
 
 void ACPRibbonWidget::mouseMoveEvent(QMouseEvent* e) {

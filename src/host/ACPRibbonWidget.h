@@ -5,6 +5,8 @@
 #include "ribbon/ACPRibbon.h"
 
 #include <QFont>
+#include <QHash>
+#include <QImage>
 #include <QWidget>
 #include <utility>
 #include <vector>
@@ -50,11 +52,15 @@ class ACPRibbonWidget : public QWidget, private ACPRibbonEvents {
   void ButtonClick(const QString& ID, const QString& Caption) override;
   void followHeight();
   const QFont& qfont(const tq7::Font& f);
+  // A label's text drawn into a picture of its own, kept by text, colour, size, font and scale.
+  const QImage& textImage(const RibbonPiece& piece, QSize size, qreal dpr);
 
   ACPRibbon ribbon_;
   ACPRibbonEvents* appListener_ = nullptr;
   // The few fonts of the pieces, converted once.
   std::vector<std::pair<tq7::Font, QFont>> fonts_;
+  QHash<QString, QImage> texts_;
+  QString key_;
 };
 
 }  // namespace tq7

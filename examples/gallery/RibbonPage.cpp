@@ -157,6 +157,8 @@ void fillBar(tq7::ACPRibbon& r, int16_t theme) {
   r.AddCat(QStringLiteral("catDocs"), QStringLiteral("tabHome"), QStringLiteral("เอกสาร"), true);
   r.AddCat(QStringLiteral("catCustomers"), QStringLiteral("tabHome"), QStringLiteral("ลูกค้า"), true);
   r.AddCat(QStringLiteral("catMoney"), QStringLiteral("tabHome"), QStringLiteral("การเงิน"), false);
+  r.AddCat(QStringLiteral("catGoods"), QStringLiteral("tabHome"), QStringLiteral("สินค้า"), true);
+  r.AddCat(QStringLiteral("catDay"), QStringLiteral("tabHome"), QStringLiteral("วันทำการ"), false);
   r.AddCat(QStringLiteral("catOrders"), QStringLiteral("tabSales"), QStringLiteral("การขาย"), true);
   r.AddCat(QStringLiteral("catTax"), QStringLiteral("tabSales"), QStringLiteral("ภาษี"), false);
   r.AddCat(QStringLiteral("catMoves"), QStringLiteral("tabStock"), QStringLiteral("เคลื่อนไหว"), true);
@@ -175,6 +177,11 @@ void fillBar(tq7::ACPRibbon& r, int16_t theme) {
   add("butAddCustomer", "catCustomers", "เพิ่ม\r\nลูกค้า", Customer);
   add("butPay", "catMoney", "รับชำระ", Pay, true);
   add("butReceipt", "catMoney", "ใบเสร็จ", Receipt);
+  add("butStockIn", "catGoods", "รับเข้า", Goods);
+  add("butShip", "catGoods", "จัดส่ง", Ship, true);
+  add("butWeighHome", "catGoods", "ชั่ง\r\nน้ำหนัก", Weigh);
+  add("butClose", "catDay", "ปิดยอด\r\nประจำวัน", Period);
+  add("butTodayChart", "catDay", "ยอดวันนี้", Chart);
   add("butQuote", "catOrders", "ใบเสนอ\r\nราคา", New);
   add("butOrder", "catOrders", "ใบสั่งขาย", Receipt, true);
   add("butDeliver", "catOrders", "ส่งสินค้า", Ship);

@@ -76,7 +76,6 @@ const QFont& ACPRibbonWidget::qfont(const tq7::Font& f) {
 
 void ACPRibbonWidget::paintPieces(QPainter& p, qreal devicePixelRatio) {
   const bool sharp = devicePixelRatio > 1.0;
-  const QPalette& pal = palette();
   const RibbonPieceStack& stack = ribbon_.pieces();
   for (const PieceRef ref : stack.order()) {
     const RibbonPiece& piece = stack.at(ref.array, ref.index);

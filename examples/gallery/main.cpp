@@ -30,7 +30,7 @@ struct Page {
 const Page kPages[] = {
     {"ชนิดข้อมูล / Field types", "01-field-types.png"},
     {"ใบแจ้งหนี้ / Invoice", "02-invoice.png"},
-    {"ริบบอน / Ribbon", "06-ribbon.png"},
+    {"ริบบอน / Ribbon", "ribbon.png"},
 };
 
 // Lets queued work run: the grids sync their widgets once per turn of the loop, and a shown

@@ -10,6 +10,8 @@
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolTip>
+#include <QHelpEvent>
 #include <gtest/gtest.h>
 #include <memory>
 
@@ -135,6 +137,10 @@ TEST_F(RibbonOnForm, ReleasedOverAnotherWidgetTheButtonLetsGoWithoutAClick) {
   QTest::mouseRelease(w, Qt::LeftButton, Qt::NoModifier, onOther);
   EXPECT_EQ(clicks.count(), 0);
   EXPECT_FALSE(w->ribbon().piece(Piece::Button_center_over, b)->Visible);
+  // The hit area carries the tool tip: without one of its own, the caption with a blank.
+  QHelpEvent help(QEvent::ToolTip, hit.center(), w->mapToGlobal(hit.center()));
+  QApplication::sendEvent(w, &help);
+  EXPECT_EQ(QToolTip::text(), QStringLiteral("พิมพ์ ทั้งหมด"));
   // The two-line caption of a click carries its line break.
   QTest::mouseClick(w, Qt::LeftButton, Qt::NoModifier, hit.center());
   ASSERT_EQ(clicks.count(), 1);

@@ -4,6 +4,8 @@
 #include "frame/FakePlatform.h"
 
 #include <QDir>
+#include <cerrno>
+#include <cstring>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 

@@ -3,6 +3,7 @@
 // the grid declared column by column, given its source and finished, in the control's order.
 #include <QString>
 #include <QWidget>
+#include <functional>
 
 namespace tq7 {
 class GridEditor;
@@ -29,5 +30,10 @@ QWidget* makeDevicesPage(QWidget* parent = nullptr);
 // Brings the devices page into a state for its screenshot ("positive", "negative",
 // "disconnected", "tracker"); false when it did not get there in time.
 bool showDevicesState(QWidget* page, const QString& state);
+// The ribbon of a Thai trading desk in the three skins, with a status line for its events.
+QWidget* makeRibbonPage(QWidget* parent = nullptr);
+// Takes the ribbon page's pictures through shoot(file): each skin at rest, hovered and pressed,
+// and a tab clicked; with "-2x" in the names when the screen is scaled.
+void ribbonScreenshots(QWidget* page, const std::function<void(const QString&)>& shoot);
 
 }  // namespace gallery

@@ -31,6 +31,7 @@ const Page kPages[] = {
     {"ชนิดข้อมูล / Field types", "01-field-types.png"},
     {"ใบแจ้งหนี้ / Invoice", "02-invoice.png"},
     {"อุปกรณ์ / Devices", "devices.png"},
+    {"ริบบอน / Ribbon", "ribbon.png"},
 };
 
 // Lets queued work run: the grids sync their widgets once per turn of the loop, and a shown
@@ -107,6 +108,11 @@ int screenshots(QMainWindow& window, QTabWidget& tabs, const QString& dir) {
       shoot(QStringLiteral("devices-%1.png").arg(QLatin1String(state)));
     }
   }
+  // The ribbon in each skin, at rest, hovered and pressed.
+  if (auto* ribbon = window.findChild<QWidget*>(QStringLiteral("pgRibbon"))) {
+    tabs.setCurrentWidget(ribbon);
+    gallery::ribbonScreenshots(ribbon, shoot);
+  }
   out.flush();
   return failed ? 1 : 0;
 }
@@ -139,6 +145,7 @@ int main(int argc, char** argv) {
   tabs->addTab(gallery::makeFieldTypesPage(db.folder), QString::fromUtf8(kPages[0].title));
   tabs->addTab(gallery::makeInvoicePage(db), QString::fromUtf8(kPages[1].title));
   tabs->addTab(gallery::makeDevicesPage(), QString::fromUtf8(kPages[2].title));
+  tabs->addTab(gallery::makeRibbonPage(), QString::fromUtf8(kPages[3].title));
   window.setCentralWidget(tabs);
   window.resize(1280, 720);
 

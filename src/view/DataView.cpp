@@ -178,6 +178,14 @@ void DataView::layout() {
   step([&] { TbrButton.Move(0, mfgData.Top() + mfgData.Height() + 30, Width(), TbrButton.Height()); });
 }
 
+void DataView::UserControl_Show() {
+  step([&] { List2.setVisible(false); });
+  step([&] {
+    cmdOption.setWidth(std::abs(mfgData.ColWidth(0)));
+    if (cmdOption.Width() < 300) cmdOption.setWidth(405);
+  });
+}
+
 void DataView::onGotFocus() {
   List2.setVisible(false);
   if (mfgData.Visible() && mfgData.Enabled()) mfgData.SetFocus();

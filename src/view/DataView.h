@@ -150,6 +150,8 @@ class DataView : public Control, private GridSurfaceEvents {
   const QString& SelectText() const { return selectText_; }
   void DataRefresh();
   void Resize();
+  // The control is shown: the options list closes and the options button takes column 0's width.
+  void UserControl_Show();
   int16_t SpeedProcess(bool Status);
   int16_t SpeedProcess2(bool Status, const QString& NewCaption = QString());
   float NumberWidth() const { return numberWidth_; }

@@ -152,7 +152,9 @@ void DataView::RemoveActiveRow() {
 // ---- Surface events ---------------------------------------------------------------------------------------------------
 
 void DataView::Click(int32_t Col, int32_t Row) {
-  (void)Col, (void)Row;
+  // In sum mode a heading click selects its column, and the release totals it.
+  if (clickMode_ == 0 && SpreadSurface::normRow(Row) == 0 && Col >= 1)
+    step([&] { mfgData.SetSelection(Col, -1, Col, -1); });
   raise(&DataViewEvents::SelChange);
   raise(&DataViewEvents::Click);
 }

@@ -1,10 +1,14 @@
 // The view on a real PostgreSQL server: open, page, filter with a date that reaches the server in
 // quotes; and a server that is not there.
+#include "companion/db/Recordset.h"
 #include "frame/FakePlatform.h"
 #include "view/FilterData.h"
 #include "view/ViewTestSupport.h"
 
 #include <gtest/gtest.h>
+
+#include <chrono>
+#include <thread>
 
 using namespace tq7;
 using namespace tq7::test;
@@ -49,6 +53,63 @@ TEST(DataViewPostgres, OpensPagesAndFiltersOnTheServer) {
   EXPECT_EQ(d.RecordCount, 8);    // items 223 to 230: 10 to 17 August 2024
   EXPECT_EQ(d.FirstRecord(), 8);  // the page position is clamped: the page shows the last hit
   EXPECT_EQ(d.TextMatrix(1, 4), "17/08/2567");
+}
+
+namespace {
+// Connections to the database other than the asker's own.
+int otherConnections(const QString& conn, const QString& name) {
+  db::Connection c;
+  c.Open(conn);
+  db::Recordset rs;
+  rs.Open("SELECT count(*) FROM pg_stat_activity WHERE datname = '" + name + "' AND pid <> pg_backend_pid()", c);
+  const int n = rs.Fields(0).Value().toInt();
+  c.Close();
+  return n;
+}
+}  // namespace
+
+// A missing table, and a server that ends the query half-way: the message, ErrorNumber, the last
+// good result kept, and no connection of a failed open left behind.
+TEST(DataViewPostgres, FailuresLeaveNoConnectionOpen) {
+  if (pgAdminConnection().isEmpty())
+    GTEST_SKIP() << "TQ7_PG_CONN is not set: no PostgreSQL cluster was started for this run";
+  FakePlatform fake;
+  PgDatabase pg;
+  {
+    db::Connection c;
+    c.Open(pg.conn);
+    c.Execute("CREATE TABLE items (itemid integer, itemname text)");
+    c.Execute("INSERT INTO items SELECT i, 'x' || i FROM generate_series(1, 10) i");
+    c.Close();
+  }
+  ItemsView v;
+  DataView& d = v.view;
+  d.showData("c", "itemid", "itemid,itemname", "No,Name", "600,2000", "2,0", "items", pg.conn, 1, 1, 1, 1, 1);
+  ASSERT_EQ(d.ErrorNumber, 0);
+  EXPECT_EQ(otherConnections(pg.conn, pg.name), 1);  // the view keeps the connection of its result
+  d.showData("c", "itemid", "itemid,itemname", "No,Name", "600,2000", "2,0", "nosuchtable", pg.conn, 1, 1, 1, 1, 1);
+  EXPECT_NE(d.ErrorNumber, 0);
+  EXPECT_TRUE(d.Text1.Text().contains("nosuchtable"));
+  EXPECT_EQ(otherConnections(pg.conn, pg.name), 1);
+  EXPECT_EQ(d.RecordCount, 10);
+
+  // The server ends the view's query while it runs.
+  std::thread killer([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    db::Connection c;
+    c.Open(pg.conn);
+    c.Execute("SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = '" + pg.name +
+              "' AND pid <> pg_backend_pid() AND query LIKE '%pg_sleep%'");
+    c.Close();
+  });
+  d.showData("c", "itemid", "itemid,itemname", "No,Name", "600,2000", "2,0",
+             "items, (SELECT pg_sleep(5)) AS pause", pg.conn, 1, 1, 1, 1, 1);
+  killer.join();
+  EXPECT_NE(d.ErrorNumber, 0);
+  EXPECT_TRUE(d.Text1.Visible());
+  EXPECT_TRUE(d.Text1.Text().startsWith("Query : "));
+  EXPECT_EQ(d.TextMatrix(1, 2), "x1");  // the last good page stands
+  EXPECT_EQ(otherConnections(pg.conn, pg.name), 1);
 }
 
 TEST(DataViewPostgres, AServerThatIsDownEndsInTheMessage) {

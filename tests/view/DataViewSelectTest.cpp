@@ -294,7 +294,14 @@ TEST(DataViewSelect, DragSumRemovedRowsAndIncrementalFind) {
   double hx, hy;
   ASSERT_TRUE(d.mfgData.GetCellPos(2, 0, hx, hy, w, h));
   d.mfgData.inputMouseDown(MouseButton::Right, 0, hx + 10, hy + 10);
+  d.mfgData.inputMouseUp(MouseButton::Right, hx + 10, hy + 10);
   EXPECT_EQ(d.ClickMode(), 0);
+  // In sum mode a heading click totals its whole column: 1,234.50 + 2 + 9.00 (zeros left out).
+  d.mfgData.inputMouseDown(MouseButton::Left, 0, hx + 10, hy + 10);
+  d.mfgData.inputMouseUp(MouseButton::Left, hx + 10, hy + 10);
+  EXPECT_EQ(d.mfgData.ToolTipText(), "1,245.50");
+  d.mfgData.inputMouseDown(MouseButton::Right, 0, hx + 10, hy + 10);
+  EXPECT_EQ(d.ClickMode(), 1);
 
   // Typing a letter goes to the next row whose text in the column begins with it, and again.
   d.mfgData.SetActiveCell(3, 1);

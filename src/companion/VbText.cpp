@@ -642,10 +642,37 @@ QString formatNumber(double v, int decimals, bool groups) {
   return QString(reinterpret_cast<const QChar*>(out), qsizetype(n));
 }
 
-QString shortestText(double v) {
+namespace {
+
+// The digits of v kept to `significant` places, rounded on the exact binary value.
+Digits significantDigits(double v, int significant) {
+  Digits d = digitsOf(v);
+  if (int(d.digits.size()) <= significant) return d;
+  char buf[64];
+  const auto res = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::scientific, significant - 1);
+  const char* p = buf;
+  d = Digits{};
+  if (*p == '-') {
+    d.negative = true;
+    ++p;
+  }
+  const char* e = p;
+  while (e < res.ptr && *e != 'e') ++e;
+  for (const char* k = p; k < e; ++k)
+    if (*k != '.') d.digits.push_back(*k);
+  int exp10 = 0;
+  const char* x = e + 1;
+  if (x < res.ptr && *x == '+') ++x;
+  std::from_chars(x, res.ptr, exp10);
+  d.point = exp10 + 1;
+  while (!d.digits.empty() && d.digits.back() == '0') d.digits.pop_back();
+  return d;
+}
+
+// Plain digits for moderate magnitudes, an exponent beyond.
+QString numberText(double v, const Digits& d) {
   if (std::isnan(v)) return QStringLiteral("NaN");
   if (std::isinf(v)) return v > 0 ? QStringLiteral("Inf") : QStringLiteral("-Inf");
-  const Digits d = digitsOf(v);
   if (d.digits.empty()) return QStringLiteral("0");
   const int exp10 = d.point - 1;  // scientific exponent
   QString out = d.negative ? QStringLiteral("-") : QString();
@@ -666,6 +693,12 @@ QString shortestText(double v) {
   out += QStringLiteral("%1").arg(std::abs(exp10), 2, 10, QChar(u'0'));
   return out;
 }
+
+}  // namespace
+
+QString shortestText(double v) { return numberText(v, digitsOf(v)); }
+
+QString CStr(double v) { return numberText(v, significantDigits(v, 15)); }
 
 // ---- dates -------------------------------------------------------------------------------------
 
@@ -802,6 +835,21 @@ double CDate(const QString& s) {
   double v = 0;
   if (parseDateText(s, v) || parseDateTimeText(s, v) || parseTimeText(s, v)) return v;
   fail(err::TypeMismatch);
+}
+
+double CDate(double v) {
+  if (!(v >= MinDateSerial && v < MaxDateSerial + 1.0)) fail(err::Overflow);
+  return v;
+}
+
+double CDbl(const QVariant& v) {
+  switch (v.typeId()) {
+    case QMetaType::QDate: return dateToSerial(v.toDate());
+    case QMetaType::QDateTime: return dateTimeToSerial(v.toDateTime());
+    case QMetaType::QString: return CDbl(v.toString());
+    case QMetaType::Bool: return v.toBool() ? -1 : 0;
+    default: return v.toDouble();
+  }
 }
 
 }  // namespace tq7::vb

@@ -10,6 +10,7 @@
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
+#include <QVariant>
 #include <cstdint>
 
 namespace tq7::vb {
@@ -82,6 +83,9 @@ QString formatNumber(double v, int decimals, bool groups);
 // The shortest text that reads back (through CDbl or Val) to exactly the same double: plain digits
 // for moderate magnitudes ("0.1", "123456789012345"), an exponent beyond ("1E+20", "1E-07").
 QString shortestText(double v);
+// The language's own number-to-text form, as a number put into a text gets it: the same layout,
+// kept to 15 significant digits, so 12345678901234567 reads "1.23456789012346E+16".
+QString CStr(double v);
 
 // Rounds to so many decimals, halves away from zero, on the decimal digits of the value as it
 // reads. Negative decimals round to tens, hundreds, ...
@@ -136,5 +140,11 @@ QString englishMonthName(int32_t month, bool longForm);  // January / Jan
 bool IsDate(const QString& s);
 // The serial of such a text; error 13 when it is none.
 double CDate(const QString& s);
+// A number taken as a date: itself when it names a moment from 1 January 100 to the end of
+// 31 December 9999; error 6 beyond.
+double CDate(double v);
+// A Variant as a number, as the language reads one: a date gives its serial, True -1, a text is
+// read by CDbl (error 13 when it is none), an empty one 0.
+double CDbl(const QVariant& v);
 
 }  // namespace tq7::vb

@@ -43,6 +43,9 @@ class GridSurfaceEvents {
   // position in twips; raised before the sheet's own handling of the press, after that of the release.
   virtual void MouseDown(int16_t Button, int16_t Shift, double X, double Y) { (void)Button, (void)Shift, (void)X, (void)Y; }
   virtual void MouseUp(int16_t Button, int16_t Shift, double X, double Y) { (void)Button, (void)Shift, (void)X, (void)Y; }
+  // The cursor was put on a cell by code (SetActiveCell), which raises no SelChange; for owners
+  // that keep an editor in line with the active cell.
+  virtual void ActiveCellSet(int32_t Col, int32_t Row) { (void)Col, (void)Row; }
 };
 
 // Key codes of the classic key set, as the surface and the grids see them.

@@ -117,6 +117,7 @@ void SpreadSurface::SetActiveCell(int32_t Col, int32_t Row) {
   selCol_ = selCol2_ = Col;
   selRow_ = selRow2_ = Row;
   changed();
+  if (listener_) listener_->ActiveCellSet(Col, Row);
 }
 
 void SpreadSurface::SetSelection(int32_t Col, int32_t Row, int32_t Col2, int32_t Row2) {
@@ -595,6 +596,8 @@ void SpreadSurface::SetText(int32_t Col, int32_t Row, const QString& text) {
   QString& cell = texts.at(rs);
   if (cell.constData() == text.constData() && cell.size() == text.size()) return;  // the very same text again
   cell = text;
+  // A text written over a running number: the numbering is due again from that row.
+  if (Col == 0 && Row > 0) markRowLayoutDirty(Row);
   changed();
 }
 

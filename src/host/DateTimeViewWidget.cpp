@@ -144,7 +144,7 @@ void MonthCalendarView::mouseDoubleClickEvent(QMouseEvent* e) {
 }
 
 void MonthCalendarView::keyPressEvent(QKeyEvent* e) {
-  const int16_t vk = SurfaceView::virtualKeyOf(e->key(), e->modifiers());
+  const int16_t vk = SurfaceView::virtualKeyOf(*e);
   if (vk) state_.inputKeyDown(vk, SurfaceView::shiftStateOf(e->modifiers()));
   update();
 }
@@ -155,19 +155,16 @@ void MonthCalendarView::focusInEvent(QFocusEvent* e) {
   update();
 }
 
-// ---- The panel ---------------------------------------------------------------------------------
+// ---- The panel's pieces -----------------------------------------------------------------------
 
-DateTimeViewWidget::DateTimeViewWidget(QWidget* parent) : QWidget(parent), mirror_(this) {
-  setFocusPolicy(Qt::StrongFocus);
-  view_.setListener(this);
-
+DateTimeViewPanel::DateTimeViewPanel(DateTimeView& view, QWidget* parent)
+    : QWidget(parent), view_(view), mirror_(this) {
   // In the core's order of children, so that later ones stack above earlier ones.
   frame_ = new QWidget(this);
   frame_->setAutoFillBackground(true);
   mirror_.plain(view_.picDateTime, frame_);
 
   calendar_ = new MonthCalendarView(view_.MonthView2, this);
-  calendar_->onFocusIn = [this] { view_.setFocusTo(&view_.MonthView2); };
   calendar_->installEventFilter(this);
   mirror_.plain(view_.MonthView2, calendar_);
 
@@ -176,30 +173,28 @@ DateTimeViewWidget::DateTimeViewWidget(QWidget* parent) : QWidget(parent), mirro
 
   time_ = mirror_.lineEdit(view_.txtTime);
   time_->setFrame(true);
+  time_->setAlignment(Qt::AlignCenter);
   time_->installEventFilter(this);
 
+  // The buttons take the focus when pressed, so that the time box loses it first and its typed
+  // time is in the value they hand back.
   now_ = mirror_.button(view_.Command1);
   ok_ = mirror_.button(view_.Command2);
   for (QPushButton* b : {now_, ok_}) {
     b->setFocusPolicy(Qt::StrongFocus);
     b->installEventFilter(this);
   }
-
-  view_.setChangeCallback([this] { scheduleSync(); });
-  syncNow();
 }
 
-DateTimeViewWidget::~DateTimeViewWidget() { view_.setChangeCallback(nullptr); }
-
-Widget* DateTimeViewWidget::stateOf(QWidget* w) const {
-  if (w == calendar_) return const_cast<MonthCalendar*>(&view_.MonthView2);
-  if (w == time_) return const_cast<TextBox*>(&view_.txtTime);
-  if (w == now_) return const_cast<Button*>(&view_.Command1);
-  if (w == ok_) return const_cast<Button*>(&view_.Command2);
+Widget* DateTimeViewPanel::stateOf(QWidget* w) const {
+  if (w == calendar_) return &view_.MonthView2;
+  if (w == time_) return &view_.txtTime;
+  if (w == now_) return &view_.Command1;
+  if (w == ok_) return &view_.Command2;
   return nullptr;
 }
 
-QWidget* DateTimeViewWidget::widgetOf(Widget* state) const {
+QWidget* DateTimeViewPanel::widgetOf(Widget* state) const {
   if (state == &view_.MonthView2) return calendar_;
   if (state == &view_.txtTime) return time_;
   if (state == &view_.Command1) return now_;
@@ -207,22 +202,21 @@ QWidget* DateTimeViewWidget::widgetOf(Widget* state) const {
   return nullptr;
 }
 
-void DateTimeViewWidget::scheduleSync() { sync_.request(); }
-
-void DateTimeViewWidget::syncNow() {
-  const CoalescedSync::Run run(sync_);
-  const QSize fixed(twipsToPixels(view_.Width()), twipsToPixels(view_.Height()));
-  if (size() != fixed) setFixedSize(fixed);
-
+void DateTimeViewPanel::syncNow() {
   mirror_.sync();
-  QPalette framePal = frame_->palette();
-  framePal.setColor(QPalette::Window, toQColor(view_.picDateTime.BackColor(), palette()));
-  frame_->setPalette(framePal);
+  const QColor back = toQColor(view_.picDateTime.BackColor(), palette());
+  if (frame_->palette().color(QPalette::Window) != back) {
+    QPalette framePal = frame_->palette();
+    framePal.setColor(QPalette::Window, back);
+    frame_->setPalette(framePal);
+  }
   if (label_->text() != view_.Label1.Caption()) label_->setText(view_.Label1.Caption());
-  label_->setFont(toQFont(view_.Label1.Font()));
-  calendar_->setFont(toQFont(view_.MonthView2.Font()));
-  for (QPushButton* b : {now_, ok_}) b->setFont(toQFont(stateOf(b)->Font()));
-  time_->setAlignment(Qt::AlignCenter);
+  const auto setFont = [](QWidget* w, const QFont& f) {
+    if (w->font() != f) w->setFont(f);
+  };
+  setFont(label_, toQFont(view_.Label1.Font()));
+  setFont(calendar_, toQFont(view_.MonthView2.Font()));
+  for (QPushButton* b : {now_, ok_}) setFont(b, toQFont(stateOf(b)->Font()));
 
   // The core's selection in the time box, when the core has moved it (select-all on focus).
   const TextBox& t = view_.txtTime;
@@ -241,31 +235,15 @@ void DateTimeViewWidget::syncNow() {
   calendar_->update();
 }
 
-void DateTimeViewWidget::resizeEvent(QResizeEvent* e) {
-  QWidget::resizeEvent(e);
-  view_.setSize(pixelsToTwips(e->size().width()), pixelsToTwips(e->size().height()));
-  syncNow();
-}
-
-void DateTimeViewWidget::showEvent(QShowEvent* e) {
-  QWidget::showEvent(e);
-  syncNow();
-}
-
-void DateTimeViewWidget::focusInEvent(QFocusEvent* e) {
-  QWidget::focusInEvent(e);
-  view_.controlGotFocus();
-  // The panel passes the keyboard on to its calendar unless the core has chosen a piece.
-  QWidget* wanted = widgetOf(view_.focusedChild());
-  (wanted ? wanted : calendar_)->setFocus(e->reason());
-}
-
-bool DateTimeViewWidget::eventFilter(QObject* watched, QEvent* e) {
+bool DateTimeViewPanel::eventFilter(QObject* watched, QEvent* e) {
   auto* w = qobject_cast<QWidget*>(watched);
   Widget* state = w ? stateOf(w) : nullptr;
   if (!state) return QWidget::eventFilter(watched, e);
   switch (e->type()) {
     case QEvent::FocusIn:
+      // The core selects the box's text as it gains the focus, after the press that gave the
+      // focus has placed the caret: the next sync shows the core's selection whatever it was.
+      if (w == time_) shownSelStart_ = shownSelLength_ = -1;
       view_.setFocusTo(state);
       break;
     case QEvent::FocusOut: {
@@ -283,7 +261,7 @@ bool DateTimeViewWidget::eventFilter(QObject* watched, QEvent* e) {
     case QEvent::KeyPress: {
       if (w == calendar_) break;  // the calendar hands its keys to its own state
       auto* ke = static_cast<QKeyEvent*>(e);
-      int16_t vk = SurfaceView::virtualKeyOf(ke->key(), ke->modifiers());
+      int16_t vk = SurfaceView::virtualKeyOf(*ke);
       int16_t sh = SurfaceView::shiftStateOf(ke->modifiers());
       if (!vk) break;
       const QPointer<QWidget> self(w);
@@ -292,11 +270,58 @@ bool DateTimeViewWidget::eventFilter(QObject* watched, QEvent* e) {
       else if (w == now_)
         view_.Command1_KeyDown(vk, sh);
       if (!self) return true;
+      if (afterKey) afterKey();
+      // Enter and Escape were the panel's: they go no further up the form (to a dialog's
+      // default button, say).
+      if (w == time_ && (ke->key() == Qt::Key_Return || ke->key() == Qt::Key_Enter || ke->key() == Qt::Key_Escape))
+        return true;
       break;
     }
     default: break;
   }
   return QWidget::eventFilter(watched, e);
+}
+
+// ---- The stand-alone drop-down ---------------------------------------------------------------------
+
+DateTimeViewWidget::DateTimeViewWidget(QWidget* parent) : QWidget(parent) {
+  setFocusPolicy(Qt::StrongFocus);
+  view_.setListener(this);
+  panel_ = new DateTimeViewPanel(view_, this);
+  panel_->afterKey = [this] { scheduleSync(); };
+  view_.setChangeCallback([this] { scheduleSync(); });
+  syncNow();
+}
+
+DateTimeViewWidget::~DateTimeViewWidget() { view_.setChangeCallback(nullptr); }
+
+void DateTimeViewWidget::scheduleSync() { sync_.request(); }
+
+void DateTimeViewWidget::syncNow() {
+  const CoalescedSync::Run run(sync_);
+  const QSize fixed(twipsToPixels(view_.Width()), twipsToPixels(view_.Height()));
+  if (size() != fixed) setFixedSize(fixed);
+  if (panel_->geometry() != rect()) panel_->setGeometry(rect());
+  panel_->syncNow();
+}
+
+void DateTimeViewWidget::resizeEvent(QResizeEvent* e) {
+  QWidget::resizeEvent(e);
+  view_.setSize(pixelsToTwips(e->size().width()), pixelsToTwips(e->size().height()));
+  syncNow();
+}
+
+void DateTimeViewWidget::showEvent(QShowEvent* e) {
+  QWidget::showEvent(e);
+  syncNow();
+}
+
+void DateTimeViewWidget::focusInEvent(QFocusEvent* e) {
+  QWidget::focusInEvent(e);
+  view_.controlGotFocus();
+  // The panel passes the keyboard on to its calendar unless the core has chosen a piece.
+  QWidget* wanted = panel_->widgetOf(view_.focusedChild());
+  (wanted ? wanted : panel_->calendar())->setFocus(e->reason());
 }
 
 // ---- Events: to the application's listener, then as signals ------------------------------------

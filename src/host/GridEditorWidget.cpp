@@ -33,11 +33,26 @@ GridEditorWidget::GridEditorWidget(QWidget* parent) : QWidget(parent), mirror_(t
   setUpOverlays();
   mirror_.messageBox(grid_.Text1);
   grid_.setChangeCallback([this] { scheduleSync(); });
+  // The keyboard going to another widget of the form is the grid's loss of focus: the list and the
+  // pickers close. A window of its own (a message box) or another application is not.
+  focusWatch_ = connect(qApp, &QApplication::focusChanged, this, [this](QWidget* old, QWidget* now) {
+    const auto inside = [this](QWidget* w) { return w == this || isAncestorOf(w); };
+    // A sync that hides the overlay holding the keyboard moves it on by itself; that is no
+    // leaving, and the sync brings the keyboard back.
+    if (syncing_ || !old || !now || !inside(old) || inside(now) || now->window() != window()) return;
+    grid_.setFocusTo(nullptr);
+    grid_.controlLostFocus();
+    syncNow();
+  });
   grid_.setSize(pixelsToTwips(width()), pixelsToTwips(height()));
   syncNow();
 }
 
-GridEditorWidget::~GridEditorWidget() { grid_.setChangeCallback(nullptr); }
+GridEditorWidget::~GridEditorWidget() {
+  // The children hide after this body, and the keyboard moves with them: none of that is the grid's.
+  disconnect(focusWatch_);
+  grid_.setChangeCallback(nullptr);
+}
 
 void GridEditorWidget::scheduleSync() { sync_.request(); }
 
@@ -47,11 +62,14 @@ void GridEditorWidget::syncNow() {
   // when it was inside the grid before this sync, it stays with the grid's focused child.
   QWidget* const before = QApplication::focusWidget();
   keyboardWasInside_ = before && (before == this || isAncestorOf(before));
+  const bool wasSyncing = syncing_;
+  syncing_ = true;
   mirror_.sync();
-  dateTimeMirror_->sync();
+  dateTimeView1_->syncNow();
   monthYearMirror_->sync();
   view_->sync();
   followFocus();  // the core's focus decides which widget has the keyboard
+  syncing_ = wasSyncing;
 }
 
 void GridEditorWidget::resizeEvent(QResizeEvent* e) {
@@ -77,17 +95,11 @@ void GridEditorWidget::setUpOverlays() {
   // The pickers, each a frame in the grid's stacking order with the picker's pieces inside.
   monthView1_ = new MonthCalendarView(grid_.MonthView1, this);
   mirror_.plain(grid_.MonthView1, monthView1_);
-  dateTimeView1_ = new QWidget(this);
+  dateTimeView1_ = new DateTimeViewPanel(*grid_.DateTimeView1, this);
   dateTimeView1_->setAutoFillBackground(true);
+  dateTimeView1_->afterKey = [this] { syncNow(); };
   mirror_.plain(grid_.DateTimeView1, dateTimeView1_);
-  dateTimeMirror_ = std::make_unique<WidgetMirror>(dateTimeView1_);
-  DateTimeView& dtv = *grid_.DateTimeView1;
-  dateTimeCalendar_ = new MonthCalendarView(dtv.MonthView2, dateTimeView1_);
-  dateTimeMirror_->plain(dtv.MonthView2, dateTimeCalendar_);
-  dateTimeMirror_->lineEdit(dtv.txtTime)->installEventFilter(this);
-  dateTimeMirror_->button(dtv.Command1);
-  dateTimeMirror_->button(dtv.Command2);
-  dtv.setChangeCallback([this] { scheduleSync(); });
+  grid_.DateTimeView1->setChangeCallback([this] { scheduleSync(); });
   monthYearView1_ = new QWidget(this);
   monthYearView1_->setAutoFillBackground(true);
   mirror_.plain(grid_.MonthYearView1, monthYearView1_);
@@ -116,7 +128,7 @@ QWidget* GridEditorWidget::widgetOfFocus() const {
   if (f == &grid_.Text) return text_;
   if (f == &grid_.List1) return list1_;
   if (f == &grid_.MonthView1) return monthView1_;
-  if (f == &grid_.DateTimeView1) return dateTimeCalendar_;
+  if (f == &grid_.DateTimeView1) return dateTimeView1_->calendar();
   if (f == &grid_.MonthYearView1) return monthYearList_;
   if (f == &grid_.mfgData) return view_;
   return nullptr;
@@ -142,7 +154,7 @@ bool GridEditorWidget::eventFilter(QObject* watched, QEvent* e) {
   }
   if (e->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, e);
   auto* ke = static_cast<QKeyEvent*>(e);
-  int16_t code = SurfaceView::virtualKeyOf(ke->key(), ke->modifiers());
+  int16_t code = SurfaceView::virtualKeyOf(*ke);
   int16_t shift = SurfaceView::shiftStateOf(ke->modifiers());
   const bool own = code == key::Return || code == key::Escape || code == key::F2;
   if (watched == text_) {
@@ -151,13 +163,9 @@ bool GridEditorWidget::eventFilter(QObject* watched, QEvent* e) {
   } else if (watched == list1_) {
     if (!own) return false;
     grid_.List1_KeyDown(code, shift);
-  } else if (watched == monthYearList_) {
+  } else {
     if (code != key::Return && code != key::Escape) return false;
     grid_.MonthYearView1->List1_KeyDown(code, shift);
-  } else {
-    // The date-time picker's time box: Enter and Escape are the picker's.
-    if (code != key::Return && code != key::Escape) return false;
-    grid_.DateTimeView1->txtTime_KeyDown(code, shift);
   }
   if (!own) return false;  // the line edit types the character itself
   syncNow();

@@ -14,6 +14,7 @@ namespace tq7 {
 
 class SurfaceView;
 class MonthCalendarView;
+class DateTimeViewPanel;
 
 class GridEditorWidget : public QWidget, private GridEditorEvents {
   Q_OBJECT
@@ -82,14 +83,15 @@ class GridEditorWidget : public QWidget, private GridEditorEvents {
   GridEditorEvents* appListener_ = nullptr;
   CoalescedSync sync_{this, [this] { syncNow(); }};
   bool keyboardWasInside_ = false;
+  bool syncing_ = false;
+  QMetaObject::Connection focusWatch_;
   QLineEdit* text_ = nullptr;
   QListWidget* list1_ = nullptr;
   MonthCalendarView* monthView1_ = nullptr;
-  QWidget* dateTimeView1_ = nullptr;
-  MonthCalendarView* dateTimeCalendar_ = nullptr;
+  DateTimeViewPanel* dateTimeView1_ = nullptr;
   QWidget* monthYearView1_ = nullptr;
   QListWidget* monthYearList_ = nullptr;
-  std::unique_ptr<WidgetMirror> dateTimeMirror_, monthYearMirror_;
+  std::unique_ptr<WidgetMirror> monthYearMirror_;
 };
 
 }  // namespace tq7

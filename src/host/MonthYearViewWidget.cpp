@@ -124,7 +124,7 @@ void MonthYearViewWidget::focusInEvent(QFocusEvent* e) {
 bool MonthYearViewWidget::eventFilter(QObject* watched, QEvent* e) {
   if (e->type() == QEvent::KeyPress) {
     auto* ke = static_cast<QKeyEvent*>(e);
-    int16_t vk = SurfaceView::virtualKeyOf(ke->key(), ke->modifiers());
+    int16_t vk = SurfaceView::virtualKeyOf(*ke);
     int16_t sh = SurfaceView::shiftStateOf(ke->modifiers());
     if (vk) {
       const QPointer<QObject> self(watched);

@@ -17,6 +17,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 #include <climits>
+#include <iterator>
 #include <optional>
 
 namespace tq7 {
@@ -645,8 +646,71 @@ int16_t SurfaceView::virtualKeyOf(int k, Qt::KeyboardModifiers m) {
     case Qt::Key_BraceRight: return 221;
     case Qt::Key_Apostrophe:
     case Qt::Key_QuoteDbl: return 222;
-    default: return 0;  // a key with no place in the classic set (Thai letters arrive as text)
+    // The shifted digits are the digits' keys.
+    case Qt::Key_Exclam: return '1';
+    case Qt::Key_At: return '2';
+    case Qt::Key_NumberSign: return '3';
+    case Qt::Key_Dollar: return '4';
+    case Qt::Key_Percent: return '5';
+    case Qt::Key_AsciiCircum: return '6';
+    case Qt::Key_Ampersand: return '7';
+    case Qt::Key_ParenLeft: return '9';
+    case Qt::Key_ParenRight: return '0';
+    default: return 0;  // not in the classic set by its symbol; see the key's place below
   }
+}
+
+namespace {
+
+// The classic code of a key of the main block, by the key's place: the window system's key code
+// (the kernel's input code plus 8, as X11 and Wayland give it), in the order of the US keyboard's rows.
+int16_t virtualKeyOfPlace(quint32 scanCode) {
+  static constexpr int16_t kRows[][14] = {
+      {'1', '2', '3', '4', '5', '6', '7', '8', '9', '0', 189, 187},  // codes 10 to 21
+      {'Q', 'W', 'E', 'R', 'T', 'Y', 'U', 'I', 'O', 'P', 219, 221},  // 24 to 35
+      {'A', 'S', 'D', 'F', 'G', 'H', 'J', 'K', 'L', 186, 222, 192},  // 38 to 49
+      {'Z', 'X', 'C', 'V', 'B', 'N', 'M', 188, 190, 191},            // 52 to 61
+  };
+  static constexpr quint32 kFirst[] = {10, 24, 38, 52};
+  static constexpr quint32 kCount[] = {12, 12, 12, 10};
+  for (int r = 0; r < 4; ++r)
+    if (scanCode >= kFirst[r] && scanCode < kFirst[r] + kCount[r]) return kRows[r][scanCode - kFirst[r]];
+  if (scanCode == 51) return 220;  // the backslash key
+  if (scanCode == 94) return 226;  // the key beside the left Shift of a 102-key board
+  return 0;
+}
+
+// The Thai Kedmanee layout over the US keys: unshifted, then shifted, each row in the order of
+// the US keys "`1234567890-=", "qwertyuiop[]\\", "asdfghjkl;'", "zxcvbnm,./".
+int16_t virtualKeyOfThai(char16_t c) {
+  static const int16_t kUs[] = {192, '1', '2', '3', '4', '5', '6', '7', '8', '9', '0', 189, 187,
+                                'Q', 'W', 'E', 'R', 'T', 'Y', 'U', 'I', 'O', 'P', 219, 221, 220,
+                                'A', 'S', 'D', 'F', 'G', 'H', 'J', 'K', 'L', 186, 222,
+                                'Z', 'X', 'C', 'V', 'B', 'N', 'M', 188, 190, 191};
+  // Keys that give no Thai character stand as a blank.
+  static const char16_t kPlain[] = u"_ๅ/-ภถุึคตจขชๆไำพะัีรนยบลฃฟหกดเ้่าสวงผปแอิืทมใฝ";
+  static const char16_t kShifted[] = u"%+๑๒๓๔ู฿๕๖๗๘๙๐\"ฎฑธํ๊ณฯญฐ,ฅฤฆฏโฌ็๋ษศซ.()ฉฮฺ์?ฒฬฦ";
+  static_assert(std::size(kPlain) - 1 == std::size(kUs) && std::size(kShifted) - 1 == std::size(kUs));
+  if (c < 0x0E01 || c > 0x0E7F) return 0;
+  for (size_t i = 0; i < std::size(kUs); ++i)
+    if (kPlain[i] == c || kShifted[i] == c) return kUs[i];
+  return 0;
+}
+
+}  // namespace
+
+int16_t SurfaceView::virtualKeyOf(const QKeyEvent& e) {
+  const int k = e.key();
+  // Letters follow the layout, as they always have; every other key of the main block is known by
+  // its place, so that "/" typed on the Thai layout's 2 key is the 2 key.
+  if (k >= Qt::Key_A && k <= Qt::Key_Z) return virtualKeyOf(k, e.modifiers());
+  if (!(e.modifiers() & Qt::KeypadModifier))
+    if (const int16_t place = virtualKeyOfPlace(e.nativeScanCode())) return place;
+  if (const int16_t vk = virtualKeyOf(k, e.modifiers())) return vk;
+  // No place given (a synthetic event): a Thai character names its key on the Kedmanee layout.
+  const QString text = e.text();
+  if (text.size() == 1) return virtualKeyOfThai(text.at(0).unicode());
+  return 0;
 }
 
 std::vector<int16_t> SurfaceView::keyAsciiOf(const QKeyEvent& e) {
@@ -694,7 +758,7 @@ bool SurfaceView::event(QEvent* e) {
 void SurfaceView::keyPressEvent(QKeyEvent* e) {
   const QPointer<SurfaceView> self(this);
   const int16_t sh = shiftStateOf(e->modifiers());
-  const int16_t vk = virtualKeyOf(e->key(), e->modifiers());
+  const int16_t vk = virtualKeyOf(*e);
   if (vk) surface_.inputKeyDown(vk, sh);
   if (!self) return;
   for (int16_t a : keyAsciiOf(*e)) surface_.inputKeyPress(a);
@@ -705,7 +769,7 @@ void SurfaceView::keyPressEvent(QKeyEvent* e) {
 void SurfaceView::keyReleaseEvent(QKeyEvent* e) {
   if (e->isAutoRepeat()) return;  // one KeyUp when the key is let go, after its repeated KeyDowns
   const QPointer<SurfaceView> self(this);
-  const int16_t vk = virtualKeyOf(e->key(), e->modifiers());
+  const int16_t vk = virtualKeyOf(*e);
   if (vk) surface_.inputKeyUp(vk, shiftStateOf(e->modifiers()));
   e->accept();
   afterInput(self);

@@ -47,7 +47,9 @@ class SurfaceView : public QAbstractScrollArea {
   // Told when the view gets the input focus; the owner runs the control's focus handling.
   std::function<void()> onFocusIn;
 
-  // Translations of Qt's key events into the classic key set.
+  // Translations of Qt's key events into the classic key set. Every key of the keyboard has a code:
+  // a letter of another layout (Thai) and a shifted digit carry the code of the key they are on.
+  static int16_t virtualKeyOf(const QKeyEvent& event);
   static int16_t virtualKeyOf(int qtKey, Qt::KeyboardModifiers modifiers);
   static int16_t shiftStateOf(Qt::KeyboardModifiers modifiers);
   // The characters a key press gives, as the classic KeyPress sees them.

@@ -13,6 +13,7 @@
 #include <QToolBar>
 #include <QTimer>
 #include <QToolButton>
+#include <QValidator>
 #include <cmath>
 
 namespace tq7 {
@@ -49,15 +50,39 @@ QLabel* WidgetMirror::messageBox(TextBox& state) {
   return label;
 }
 
+namespace {
+// A text box's MaxLength binds the person typing, not the text the program puts in: a longer text
+// shows whole and is committed whole, and only an edit that would make it longer than both the
+// limit and what it was is refused. (QLineEdit's own limit cuts the text it is given.) The guard
+// keeps its own copy of the limit: the line edit may outlive the core's text box.
+class MaxLengthGuard : public QValidator {
+ public:
+  using QValidator::QValidator;
+  int limit = 0;
+  mutable qsizetype lastLength = 0;
+  State validate(QString& input, int&) const override {
+    if (limit > 0 && input.size() > limit && input.size() > lastLength) return Invalid;
+    lastLength = input.size();
+    return Acceptable;
+  }
+};
+}  // namespace
+
 QLineEdit* WidgetMirror::lineEdit(TextBox& state) {
   auto* edit = new QLineEdit(parent_);
   edit->setFrame(false);
+  auto* guard = new MaxLengthGuard(edit);
+  edit->setValidator(guard);
   QObject::connect(edit, &QLineEdit::textEdited, edit, [&state](const QString& t) { state.setText(t); });
-  add(state, edit, [edit, &state] {
-    edit->setMaxLength(state.MaxLength() > 0 ? state.MaxLength() : 32767);
+  // Only what differs is set: setting a line edit's text again moves its caret and drops the
+  // selection of the person typing into it.
+  add(state, edit, [edit, guard, &state] {
     if (edit->text() != state.Text()) edit->setText(state.Text());
-    edit->setReadOnly(state.Locked());
-    edit->setFont(toQFont(state.Font()));
+    guard->limit = state.MaxLength();
+    guard->lastLength = edit->text().size();
+    if (edit->isReadOnly() != state.Locked()) edit->setReadOnly(state.Locked());
+    const QFont font = toQFont(state.Font());
+    if (edit->font() != font) edit->setFont(font);
   });
   return edit;
 }

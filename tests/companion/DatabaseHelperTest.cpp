@@ -167,33 +167,33 @@ QStringList numbers(const GridSurface& s) {
 }
 }  // namespace
 
-TEST(DbHelperSurface, NumberRowsSkipsHiddenRowsAndOnlyRenumbersWhatChanged) {
+TEST(DbHelperSurface, NumberRowsSkipsHiddenRowsAndWritesOverTextInColumnZero) {
   SpreadSurface s;
   DatabaseHelper h;
   s.setMaxCols(3);
-  // A mark in column 0 that no numbering from the top would leave standing.
+  // A text written into column 0 between appends is numbered over by the next numbering, however
+  // far above the new row it stands.
   const QString mark = QStringLiteral("mark");
   for (int r = 1; r <= 500; ++r) {
     s.setMaxRows(r);
     h.NumberRows(s, 1, -1, 0, 0, 0, 1);
     if (r == 3) s.SetText(0, 1, mark);
   }
-  EXPECT_EQ(s.GetText(0, 1), mark);  // each appended row numbered alone, the rows above left be
+  EXPECT_EQ(s.GetText(0, 1), QStringLiteral("1"));
   EXPECT_EQ(s.GetText(0, 2), QStringLiteral("2"));
   EXPECT_EQ(s.GetText(0, 500), QStringLiteral("500"));
 
   s.setMaxRows(6);
-  s.SetText(0, 1, QStringLiteral("1"));
   s.setRowHeight(2, 0);
   s.setRowHeight(5, 0);
   h.NumberRows(s, 1, -1, 0, 0, 0, 1);
   EXPECT_EQ(numbers(s), (QStringList{"1", "", "2", "3", "", "4"}));
   s.SetText(0, 3, mark);
-  h.NumberRows(s, 1, -1, 0, 0, 0, 1);  // nothing changed: nothing written
-  EXPECT_EQ(s.GetText(0, 3), mark);
+  h.NumberRows(s, 1, -1, 0, 0, 0, 1);  // from row 3 on, going on from row 1's number
+  EXPECT_EQ(numbers(s), (QStringList{"1", "", "2", "3", "", "4"}));
   s.setRowHeight(5, 240);
-  h.NumberRows(s, 1, -1, 0, 0, 0, 1);  // from row 5 on, going on from row 4's number
-  EXPECT_EQ(numbers(s), (QStringList{"1", "", "mark", "3", "4", "5"}));
+  h.NumberRows(s, 1, -1, 0, 0, 0, 1);
+  EXPECT_EQ(numbers(s), (QStringList{"1", "", "2", "3", "4", "5"}));
 
   // Numbers wiped by hand (numbering switched off, then on) come back whole.
   for (int r = 1; r <= 6; ++r) s.SetText(0, r, QString());

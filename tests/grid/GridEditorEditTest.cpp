@@ -433,3 +433,79 @@ TEST_F(Editing, TheQuickFormHookAnswersEmptySoAShellColumnTakesNoTypedInput) {
   EXPECT_FALSE(g.Text.Visible());
   EXPECT_EQ(g.mfgData.ActiveCol(), 1);
 }
+
+// The box behind the pickers holds the active cell's text however the cursor got there: moved by
+// the commit's next-column step, by code, or with the cell written by the application since.
+TEST_F(Editing, TheBoxHoldsTheActiveCellsTextWhenTheCursorIsMovedByCode) {
+  g.SetFirst(4);
+  column(1, "DATE");
+  column(2, "DATETIME");
+  column(3, "TEXT");
+  column(4, "TEXT");
+  rows(2);
+  g.SetValue(1, 2, 0);
+  commit(1, "15/3/2567");
+  ASSERT_EQ(g.mfgData.ActiveCol(), 2);
+  EXPECT_EQ(g.Text.Text(), "");
+  key(key::F2);
+  ASSERT_TRUE(g.DateTimeView1.Visible());
+  g.DateTimeView1->MonthView2.inputKeyDown(key::Escape, 0);
+  EXPECT_EQ(cell(1, 2), "");
+  EXPECT_EQ(value(1, 2), 0);
+
+  g.SetText(2, 3, "second row");
+  g.setRecord(2);
+  g.setColumn(3);
+  EXPECT_EQ(g.Text.Text(), "second row");
+  // Written by the application while the cursor stands there: F2 on a time-less picker column
+  // and Escape keep what the application wrote.
+  g.mfgData.SetActiveCell(2, 2);
+  g.SetValue(2, 2, serial(2024, 3, 15) + 0.4375);
+  g.mfgData.inputKeyDown(key::F2, 0);  // F2 on the sheet
+  ASSERT_TRUE(g.DateTimeView1.Visible());
+  g.DateTimeView1->MonthView2.inputKeyDown(key::Escape, 0);
+  EXPECT_EQ(cell(2, 2), "15/03/2567 10:30");
+}
+
+// A NUMBER's second reading goes through the language's own number text, which keeps 15
+// significant digits.
+TEST_F(Editing, ANumbersSecondReadingKeepsFifteenDigits) {
+  g.SetFirst(3);
+  column(1, "NUMBER", 0, 0);
+  column(2, "NUMBER", 2, 2);
+  column(3, "TEXT");
+  rows(2);
+  commit(1, "12345678901234567");
+  EXPECT_EQ(value(1, 1), 12345678901234600.0);
+  commit(2, "0.125");
+  EXPECT_EQ(value(1, 2), 0.13);
+  EXPECT_EQ(vb::CStr(12345678901234567.0), "1.23456789012346E+16");
+  EXPECT_EQ(vb::CStr(0.1 + 0.2), "0.3");
+  EXPECT_EQ(vb::CStr(-1234.5), "-1234.5");
+}
+
+// Enter in the date-time drop-down's calendar chooses its Value, which follows clicks on a day;
+// the arrow keys move the calendar's day only.
+TEST_F(Editing, EnterInTheDateTimeCalendarChoosesTheClickedValueNotTheArrowedDay) {
+  g.SetFirst(2);
+  column(1, "DATETIME");
+  column(2, "TEXT");
+  rows(2);
+  g.SetValue(1, 1, serial(2024, 3, 15) + 0.5);
+  g.mfgData.SetActiveCell(1, 1);
+  key(key::F2);
+  ASSERT_TRUE(g.DateTimeView1.Visible());
+  g.DateTimeView1->MonthView2.inputKeyDown(key::Right, 0);
+  g.DateTimeView1->MonthView2.inputKeyDown(key::Right, 0);
+  EXPECT_EQ(g.DateTimeView1->MonthView2.Value(), serial(2024, 3, 17));
+  g.DateTimeView1->MonthView2.inputKeyDown(key::Return, 0);
+  EXPECT_FALSE(g.DateTimeView1.Visible());
+  EXPECT_EQ(cell(1, 1), "15/03/2567 12:00");
+
+  g.mfgData.SetActiveCell(1, 1);
+  key(key::F2);
+  g.DateTimeView1->MonthView2.inputClick(serial(2024, 3, 20));
+  g.DateTimeView1->MonthView2.inputKeyDown(key::Left, 0);
+  g.DateTimeView1->MonthView2.inputKeyDown(key::Return, 0);
+  EXPECT_EQ(cell(1, 1), "20/03/2567 12:00");
+}

@@ -1,3 +1,4 @@
+#include "companion/VbText.h"
 #include "frame/FakePlatform.h"
 #include "grid/editor/GridEditor.h"
 
@@ -145,4 +146,51 @@ TEST_F(Records, CleanRecordErasesAndPutsTheDefaultsBack) {
   EXPECT_EQ(g.GETValue(2, 1), 3);
   EXPECT_EQ(g.GETText(2, 2), "none");
   EXPECT_EQ(g.TextMatrix(2, -988), "E");  // the state stays
+}
+
+// CheckDulicate compares other types as variants: a date by its serial, True as -1, a text never
+// equal to a number. GETDate gives the zero date for a value that names no date.
+TEST_F(Records, DuplicatesOfDatesAndBooleansAndDatesOutOfRange) {
+  g.SetFirst(3);
+  g.addField3(1, "D", "DATE", 0, "D", 0, {}, 0, {}, 0, 10, 1, 1, 1);
+  g.addField3(2, "N", "NUMBER", 0, "N", 0, {}, 0, {}, 0, 10, 1, 1, 1);
+  g.addField3(3, "T", "TEXT", 0, "T", 0, {}, 0, {}, 0, 10, 1, 1, 1);
+  rows(3);
+  const QDate day(2024, 3, 15);
+  g.SetValue(1, 1, vb::dateToSerial(day));
+  g.SetValue(2, 1, 0);
+  g.SetValue(3, 1, 0);
+  EXPECT_TRUE(g.CheckDulicate(1, QVariant(day), 2));
+  EXPECT_FALSE(g.CheckDulicate(1, QVariant(day), 1));
+  EXPECT_FALSE(g.CheckDulicate(1, QVariant(QDate(2024, 3, 16))));
+  EXPECT_TRUE(g.CheckDulicate(1, QVariant(QDateTime(day, QTime(0, 0), Qt::UTC))));
+  g.SetValue(2, 2, -1);
+  EXPECT_TRUE(g.CheckDulicate(2, QVariant(true)));
+  g.SetValue(2, 2, 1);
+  EXPECT_FALSE(g.CheckDulicate(2, QVariant(true)));
+  EXPECT_FALSE(g.CheckDulicate(2, QVariant(QStringLiteral("1"))));
+
+  g.SetValue(1, 2, 1e12);
+  EXPECT_EQ(g.GETDate2(1, 2), 0);
+  EXPECT_EQ(g.GETDate(1, 2), 0);
+  g.SetValue(1, 2, -1e7);
+  EXPECT_EQ(g.GETDate2(1, 2), 0);
+  g.Matrix1.SetValue(1, 2, 45366.25);
+  EXPECT_EQ(g.GETDate2(1, 2), 45366.25);
+}
+
+// The running numbers are written over a text the application put into column 0, whether by an
+// added row or by switching the numbers on again.
+TEST_F(Records, RunningNumbersWriteOverTextInTheRowHeader) {
+  g.SetFirst(1);
+  g.addField3(1, "T", "TEXT", 0, "T", 0, {}, 0, {}, 0, 10, 1, 1, 1);
+  rows(3);
+  ASSERT_EQ(g.TextMatrix(2, 0), "2");
+  g.setTextMatrix(2, 0, "X");
+  g.cmdAppend_Click();
+  EXPECT_EQ(g.TextMatrix(2, 0), "2");
+  EXPECT_EQ(g.TextMatrix(4, 0), "4");
+  g.setTextMatrix(3, 0, "Y");
+  g.setEnableNumber(true);
+  EXPECT_EQ(g.TextMatrix(3, 0), "3");
 }

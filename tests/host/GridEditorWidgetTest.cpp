@@ -2,6 +2,7 @@
 // read back from the widget's pixels.
 #include "GridPixels.h"
 #include "host/GridEditorWidget.h"
+#include "host/QtPlatform.h"
 #include "host/SurfaceView.h"
 
 #include <QAction>
@@ -125,4 +126,46 @@ TEST_F(GridOnForm, FunctionKeysReshapeTheRecords) {
   EXPECT_EQ(g.TextMatrix(2, -988), "D");
   w.syncNow();
   EXPECT_FALSE(w.surfaceView()->cellRect(1, 2).isValid());  // its row is gone from the screen
+}
+
+// Scrolled to record 11,201 of a grid on the Qt platform, the row header shows all five digits:
+// the column widened as the count of digits grew. An application's NumberWidth stands.
+TEST(GridRowNumbers, FiveDigitNumbersShowWhole) {
+  installQtPlatform();
+  GridEditorWidget w;
+  GridEditor& g = w.grid();
+  w.resize(640, 300);
+  g.SetFirst(2);
+  g.addField3(1, "Code", "TEXT", 0, "Code", 0, {}, 0, {}, 0, 20, 1, 1, 1, 0, 1500);
+  g.addField3(2, "Name", "TEXT", 0, "Name", 0, {}, 0, {}, 0, 20, 1, 1, 1, 0, 1500);
+  g.SetLast3("/tmp", "grdNumbers", "1", {}, {});
+  g.setEditStatus(true);
+  const double oneDigit = g.mfgData.ColWidth(0);
+  for (int i = 1; i < 11205; ++i) g.cmdAppend_Click();
+  w.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
+  g.setRecord(11201);
+  g.TopRecord(11201);
+  w.syncNow();
+  EXPECT_GT(g.mfgData.ColWidth(0), oneDigit);
+
+  const QRect header = pixels::onWidget(w, w.surfaceView()->cellRect(0, 11201));
+  ASSERT_FALSE(header.isEmpty());
+  const QImage img = w.grab().toImage();
+  // The digits as separate runs of ink across the cell, inside its grid lines: "11201" is five.
+  int runs = 0;
+  bool inRun = false;
+  for (int x = header.left() + 1; x < header.right() - 1; ++x) {
+    const bool ink = pixels::ink(img, QRect(x, header.top() + 1, 1, header.height() - 2)) > 0;
+    if (ink && !inRun) ++runs;
+    inRun = ink;
+  }
+  EXPECT_EQ(runs, 5);
+  EXPECT_EQ(g.TextMatrix(11201, 0), "11201");
+
+  // The application's width stands, and a new digit count does not widen it.
+  g.setNumberWidth(300);
+  for (int i = 0; i < 3; ++i) g.cmdAppend_Click();
+  EXPECT_EQ(g.mfgData.ColWidth(0), 300);
+  setPlatform(nullptr);
 }

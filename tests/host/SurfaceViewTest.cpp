@@ -276,11 +276,23 @@ TEST_F(SurfaceViewTest, KeysReachTheSurfaceAsTheClassicKeySet) {
                                      "KeyUp 13,0", "KeyDown 113,0", "KeyUp 113,0", "KeyDown 65,0", "KeyPress 97",
                                      "KeyUp 65,0"}));
 
-  // A Thai letter comes as text only.
+  // Every key has its code. A Thai letter from an input method names its key on the Kedmanee
+  // layout (ก is on the D key); where the window system tells the key's place, the place decides
+  // (ด on the F key, and "/" typed on the Thai layout's 2 key is the 2 key); shifted digits are
+  // their digits' keys.
   events.log.clear();
   QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QStringLiteral("ก"));
   QApplication::sendEvent(view, &press);
-  EXPECT_EQ(events.log, QStringList{"KeyPress 3585"});
+  EXPECT_EQ(events.log, (QStringList{"KeyDown 68,0", "KeyPress 3585"}));
+  events.log.clear();
+  const quint32 fKey = 41, twoKey = 11;  // X11 key codes
+  QKeyEvent doDek(QEvent::KeyPress, 0x0E14, Qt::NoModifier, fKey, 0, 0, QStringLiteral("ด"));
+  QApplication::sendEvent(view, &doDek);
+  QKeyEvent slash(QEvent::KeyPress, Qt::Key_Slash, Qt::NoModifier, twoKey, 0, 0, QStringLiteral("/"));
+  QApplication::sendEvent(view, &slash);
+  QTest::keyClick(view, Qt::Key_Exclam, Qt::ShiftModifier, -1);
+  EXPECT_EQ(events.keys(), (QStringList{"KeyDown 70,0", "KeyPress 3604", "KeyDown 50,0", "KeyPress 47",
+                                     "KeyDown 49,1", "KeyPress 33", "KeyUp 49,1"}));
 }
 
 TEST_F(SurfaceViewTest, ClicksMoveTheCursorAndDoubleClicksAreTold) {

@@ -14,6 +14,7 @@ namespace tq7 {
 namespace {
 constexpr double kMinHeight = 330;
 constexpr double kMinOptionWidth = 300;
+constexpr double kNumberMargin = 150;  // the row header's padding and grid line, in twips
 constexpr double kToolBarHeight = 390;
 constexpr double kLegendWidth = 1215;
 }  // namespace
@@ -298,15 +299,37 @@ void GridEditor::setEditStatusShowMoveDownButton(bool v) { setFlag(showMoveDown_
 void GridEditor::setEnableNumber(bool v) {
   enableNumber_ = v;
   if (v) {
-    step([&] { dbHelper().NumberRows(mfgData, 1, -1, 0, 0, 0, 1); });
+    numberRows();
   } else {
     for (int32_t r = 1; r <= mfgData.MaxRows(); ++r) mfgData.SetText(0, r, QString());
     mfgData.markRowLayoutDirty(1);  // the numbers are gone: the next numbering starts at the top
   }
 }
 
+// The running numbers, and a row-header column wide enough for the widest of them, unless the
+// application has set NumberWidth: the column grows with the count of digits and never narrows.
+void GridEditor::numberRows() {
+  step([&] { dbHelper().NumberRows(mfgData, 1, -1, 0, 0, 0, 1); });
+  if (numberWidthSet_) return;
+  int digits = 1;
+  for (int32_t n = mfgData.MaxRows(); n >= 10; n /= 10) ++digits;
+  if (digits <= numberDigits_) return;  // measured once per digit count
+  numberDigits_ = digits;
+  step([&] {
+    const SpreadSurface::CellLook lk = mfgData.look(0, 1);
+    tq7::Font f = mfgData.Font();
+    if (!lk.fontName.isEmpty()) f.Name = lk.fontName;
+    if (lk.fontSize > 0) f.Size = lk.fontSize;
+    f.Bold = lk.bold;
+    // The digits, and the cell's own margins and grid line on either side of them.
+    const double need = std::ceil(platform().textWidth(f, QString(digits, u'0'))) + kNumberMargin;
+    if (need > std::abs(mfgData.ColWidth(0))) mfgData.setColWidth(0, need);
+  });
+}
+
 void GridEditor::setNumberWidth(float v) {
   if (v < 0) return;
+  numberWidthSet_ = true;
   step([&] { mfgData.setColWidth(0, v); });
   step([&] { cmdOption.setWidth(v); });
   numberWidth_ = v;

@@ -389,6 +389,7 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
                    bool UseFieldCheck, bool AutoShow);
   void load(bool ClearFirst, bool UseTableCheck, bool UseFieldCheck, bool AutoShow, bool disableBar);
   void joinCaptions();
+  void numberRows();
   void hideOverlays();
   // One step of a record up or down over the live rows; false when there was nowhere to go.
   bool moveStep(bool down, bool asCommand);
@@ -500,6 +501,8 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   bool showZeroValueText_ = false;
   bool enableNumber_ = false;
   float numberWidth_ = 0;
+  bool numberWidthSet_ = false;  // the application's NumberWidth stands
+  int numberDigits_ = 0;         // digits of the widest running number the column was fitted to
   bool editStatus_ = false;
   bool showAdd_ = false, showInsert_ = false, showRemove_ = false, showClear_ = false;
   bool showMoveUp_ = false, showMoveDown_ = false, showEnterButton_ = false;
@@ -541,6 +544,8 @@ class GridEditor : public Control, private GridSurfaceEvents, private MatrixEven
   // Cell editing: the surface's new selection loads the text box; the overlays' focus.
   void SelChange(int32_t BlockCol, int32_t BlockRow, int32_t BlockCol2, int32_t BlockRow2, int32_t CurCol,
                  int32_t CurRow) override;
+  void ActiveCellSet(int32_t Col, int32_t Row) override;
+  void loadTextBox(int32_t col, int32_t row);
   void onChildLostFocus(Widget& w) override;
   void commitText(GridSurface& surface, TextBox& textBox);
   void openList(GridSurface& surface);

@@ -185,7 +185,7 @@ void GridEditor::markDeleted(int32_t row) {
     s.setRowHeight(row, 0);
     RowHeightChange(row, row);
   });
-  step([&] { dbHelper().NumberRows(s, 1, -1, 0, 0, 0, 1); });
+  numberRows();
 }
 
 void GridEditor::cmdDelete_Click() {

@@ -35,12 +35,18 @@ void GridEditor::setUpPickers() {
 // ---- The text box follows the selection ------------------------------------------------------------
 
 // The box always holds the active cell's text, so that a picker closed without a choice commits
-// what the cell had.
+// what the cell had: it follows the cursor however it moves, by the user or by code.
+void GridEditor::loadTextBox(int32_t col, int32_t row) {
+  step([&] { Text.setMaxLength(helper().TextToInteger(attribute(attr::MaxLength, col))); });
+  step([&] { Text.setText(mfgData.GetText(col, row)); });
+}
+
 void GridEditor::SelChange(int32_t, int32_t, int32_t, int32_t, int32_t CurCol, int32_t CurRow) {
-  step([&] { Text.setMaxLength(helper().TextToInteger(attribute(attr::MaxLength, CurCol))); });
-  step([&] { Text.setText(mfgData.GetText(CurCol, CurRow)); });
+  loadTextBox(CurCol, CurRow);
   raise(&GridEditorEvents::SelChange);
 }
+
+void GridEditor::ActiveCellSet(int32_t Col, int32_t Row) { loadTextBox(Col, Row); }
 
 void GridEditor::Text_GotFocus() {
   const int n = int(Text.Text().size());
@@ -196,8 +202,8 @@ void GridEditor::commitText(GridSurface& surface, TextBox& textBox) {
     auto revert = [&] { textBox.setText(surface.GetText(col, row)); };
     auto number = [&] {
       const int16_t decimals = h.TextToInteger(attribute(attr::NumberOfDecimal, col));
-      if (decimals == 0) return h.TextToDouble(vb::shortestText(h.TextToDouble(text)));
-      return h.TextToRounded(vb::shortestText(h.TextToRounded(text, decimals)), decimals);
+      if (decimals == 0) return h.TextToDouble(vb::CStr(h.TextToDouble(text)));
+      return h.TextToRounded(vb::CStr(h.TextToRounded(text, decimals)), decimals);
     };
     auto numberText = [&](double v) {
       return h.NumberFormat(v, int16_t(std::abs(h.TextToInteger(attribute(attr::DisplayDecimal, col)))));
@@ -419,8 +425,8 @@ void GridEditor::DateTimeView1_KeyDown(int16_t& KeyCode, int16_t& Shift) {
   if (KeyCode == key::Escape) {
     pickerEscape(DateTimeView1);
   } else if (KeyCode == key::Return && DateTimeView1.Visible()) {
-    // Enter in the time box has chosen already (DateClick); Enter elsewhere chooses what is shown.
-    DateTimeView1->UpdateValue();
+    // Enter in the time box has chosen already (DateClick). Enter elsewhere chooses the picker's
+    // Value, which follows clicks on the calendar, not the arrow keys that move its day.
     DateTimeView1_DateClick(DateTimeView1->Value());
   }
 }

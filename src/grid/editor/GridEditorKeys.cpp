@@ -168,6 +168,8 @@ void GridEditor::openCellByKey(int16_t& KeyCode, int16_t& Shift) {
     case FieldKind::Date:
     case FieldKind::DateTime:
     case FieldKind::Time: {
+      // What the application wrote into the cell since the cursor came is what Escape keeps.
+      loadTextBox(col, row);
       int16_t f2 = key::F2;
       TextKeyAction(mfgData, Text, f2, Shift);
       return;

@@ -22,21 +22,11 @@ namespace {
 
 // A field's value as a number, as the classic conversion takes it: dates as their serial, texts
 // that hold no number fail with a type mismatch.
-double numberOf(const QVariant& v) {
-  switch (v.typeId()) {
-    case QMetaType::QDate: return vb::dateToSerial(v.toDate());
-    case QMetaType::QDateTime: return vb::dateTimeToSerial(v.toDateTime());
-    case QMetaType::QString: return vb::CDbl(v.toString());
-    case QMetaType::Bool: return v.toBool() ? -1 : 0;
-    default: return v.toDouble();
-  }
-}
-
 QString textOf(const QVariant& v) {
   switch (v.typeId()) {
     case QMetaType::Double: return vb::shortestText(v.toDouble());
     case QMetaType::QDate:
-    case QMetaType::QDateTime: return StandardHelper().DateText(numberOf(v));
+    case QMetaType::QDateTime: return StandardHelper().DateText(vb::CDbl(v));
     default: return v.toString();
   }
 }
@@ -302,7 +292,7 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
         const QVariant value = isNumber ? QVariant() : fields.Item(fi).Value();
         if (f.primaryKey) s.SetText(attr::StoredKey, row, value.isNull() ? QString() : textOf(value));
         if (!isNumber && value.isNull()) continue;
-        auto number = [&] { return isNumber ? stored : numberOf(value); };
+        auto number = [&] { return isNumber ? stored : vb::CDbl(value); };
         auto text = [&](const QString& t) { s.SetText(col, row, t); };
         switch (kind) {
           case FieldKind::Number:
@@ -398,7 +388,7 @@ void GridEditor::LoadRecords(bool ClearFirst, db::Connection& data, db::Connecti
     RecordCount = rsid_->RecordCount();
   });
   RecordSetReady = false;
-  step([&] { dbHelper().NumberRows(s, 1, -1, 0, 0, 0, 1); });
+  numberRows();
   platform().setMousePointer(MousePointer::Default);
   Text1.setVisible(false);
   List2.setVisible(false);

@@ -23,6 +23,7 @@ int16_t GridEditor::SetFirst(int32_t Cols) {
   step([&] { dbHelper().SetupGrid(s, 1); });
   // Column 0 carries the running numbers.
   step([&] { s.setColWidth(0, 300); });
+  numberDigits_ = 0;  // fitted again to the numbers of the new rows
   step([&] { s.SetActiveCell(1, 1); });
   for (int32_t r = 1; r <= s.MaxRows(); ++r) {
     step([&] {
@@ -32,7 +33,7 @@ int16_t GridEditor::SetFirst(int32_t Cols) {
       s.setRowHidden(false);
     });
   }
-  step([&] { dbHelper().NumberRows(s, 1, -1, 0, 0, 0, 1); });
+  numberRows();
   setbuttons();
   step([&] { s.SetActiveCell(1, 1); });
   step([&] { Text1.setVisible(false); });

@@ -107,7 +107,8 @@ bool GridEditor::CheckDulicate(int32_t CheckColumn, const QVariant& CheckValue, 
     const bool asText = fieldKind(attribute(attr::FieldType, CheckColumn)) == FieldKind::Text;
     const bool valueIsText = CheckValue.typeId() == QMetaType::QString;
     const QString wanted = asText ? vb::UCase(CheckValue.toString()) : QString();
-    const double number = valueIsText ? 0 : CheckValue.toDouble();
+    // A variant comparison: a date by its serial, True as -1.
+    const double number = valueIsText ? 0 : vb::CDbl(CheckValue);
     for (int32_t row = 1; row <= mfgData.MaxRows(); ++row) {
       if (mfgData.cellText(attr::RecordState, row) == QLatin1String("D")) continue;
       if (SkipRecord && Row2Record(row) == *SkipRecord) continue;

@@ -277,7 +277,7 @@ void GridEditor::FillINI2(std::optional<int32_t> iRow) {
   SpreadSurface& s = mfgData;
   int32_t row = iRow.value_or(0);
   if (row < 1 || row > s.MaxRows()) row = s.MaxRows();
-  if (enableNumber_) step([&] { dbHelper().NumberRows(s, 1, -1, 0, 0, 0, 1); });
+  if (enableNumber_) numberRows();
   s.setRow(row);
   s.setRow2(row);
   StandardHelper& h = helper();
@@ -424,7 +424,9 @@ QString GridEditor::GETTextByColumnName(int32_t Record, const QString& ColumnNam
 
 double GridEditor::GETDate2(int32_t Record, int32_t Column) {
   if (Record > mfgData.MaxRows() || Column > mfgData.MaxCols()) return 0;
-  return Matrix1.GetValue(Record, Column);
+  double date = 0;  // the zero date, kept when the value names no date
+  step([&] { date = vb::CDate(Matrix1.GetValue(Record, Column)); });
+  return date;
 }
 
 }  // namespace tq7

@@ -55,8 +55,11 @@ void DataViewWidget::syncNow() {
   syncPageBar();
   syncIcons();
   surface_->sync();
-  if (view_.focusedChild() == &view_.mfgData && surface_->isVisible() && (hasFocus() || isAncestorOf(focusWidget())) &&
-      !surface_->hasFocus())
+  // The core's focus decides only while the keyboard is inside this control: a refresh must not
+  // take it from another box of the form.
+  QWidget* current = QApplication::focusWidget();
+  if (view_.focusedChild() == &view_.mfgData && surface_->isVisible() && current &&
+      (current == this || isAncestorOf(current)) && current != surface_)
     surface_->setFocus(Qt::OtherFocusReason);
 }
 

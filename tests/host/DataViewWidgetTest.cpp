@@ -233,3 +233,38 @@ TEST_F(ViewOnForm, TheToolBarAnswersTheMouseAndF2SearchesWithoutTheReset) {
   EXPECT_EQ(v.RecordCount, 1);
   EXPECT_EQ(v.TextMatrix(1, 2), QString::fromUtf8("ข้าวหอม 42"));
 }
+
+// A clerk leaves the view for another box of the form: a refresh of the view does not take the
+// keyboard back, and a click brings it to the view's surface again.
+TEST(ViewAmongOtherWidgets, ARefreshLeavesTheKeyboardWhereThePersonPutIt) {
+  installQtPlatform();
+  test::SqliteFile db{kItems};
+  QWidget form;
+  auto* view = new DataViewWidget(&form);
+  auto* other = new QLineEdit(&form);
+  view->setGeometry(0, 0, 600, 300);
+  other->setGeometry(0, 310, 200, 24);
+  form.resize(600, 340);
+  form.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));
+  QApplication::setActiveWindow(&form);
+  DataView& v = view->view();
+  v.showData("Items", "ItemID", "ItemID,ItemName", "No,Name", "700,2400", "2,0", "Items", db.conn(), 1, 1, 1, 1, 1);
+  view->syncNow();
+  QTest::mouseClick(view->surfaceView()->viewport(), Qt::LeftButton, {}, view->surfaceView()->cellRect(2, 2).center());
+  EXPECT_TRUE(view->surfaceView()->hasFocus());
+  other->setFocus(Qt::TabFocusReason);
+  typeText(other, QString::fromUtf8("ลูกค้า"));
+  v.DataRefresh();
+  v.VScroll1.setValue(2);
+  QTest::qWait(20);
+  view->syncNow();
+  EXPECT_TRUE(other->hasFocus());
+  EXPECT_EQ(other->text(), QString::fromUtf8("ลูกค้า"));
+  EXPECT_EQ(v.FirstRecord(), 101);
+  QTest::mouseClick(view->surfaceView()->viewport(), Qt::LeftButton, {}, view->surfaceView()->cellRect(1, 3).center());
+  EXPECT_TRUE(view->surfaceView()->hasFocus());
+  QTest::keyClick(view->surfaceView(), Qt::Key_Down);
+  EXPECT_EQ(v.Row(), 4);
+  setPlatform(nullptr);
+}

@@ -95,11 +95,17 @@ TEST(DataViewPostgres, FailuresLeaveNoConnectionOpen) {
 
   // The server ends the view's query while it runs.
   std::thread killer([&] {
-    std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    // Polls until the view's query is running, then ends it.
     db::Connection c;
     c.Open(pg.conn);
-    c.Execute("SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = '" + pg.name +
-              "' AND pid <> pg_backend_pid() AND query LIKE '%pg_sleep%'");
+    for (int tries = 0; tries < 100; ++tries) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(100));
+      db::Recordset rs;
+      rs.Open("SELECT count(pg_terminate_backend(pid)) FROM pg_stat_activity WHERE datname = '" + pg.name +
+                  "' AND pid <> pg_backend_pid() AND query LIKE '%pg_sleep%'",
+              c);
+      if (rs.Fields(0).Value().toInt() > 0) break;
+    }
     c.Close();
   });
   d.showData("c", "itemid", "itemid,itemname", "No,Name", "600,2000", "2,0",

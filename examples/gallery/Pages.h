@@ -20,6 +20,10 @@ QWidget* makeFieldTypesPage(const QString& folder, QWidget* parent = nullptr);
 // The lines of one invoice, loaded from the sample database.
 QWidget* makeInvoicePage(const SampleDatabase& db, QWidget* parent = nullptr);
 
+// The browse view over the 100,000 sales of the sample database, with a status line that tells
+// each command the view raises and its result text.
+QWidget* makeBrowsePage(const SampleDatabase& db, QWidget* parent = nullptr);
+
 // Checks the invoice grid's records and, when all is well, writes them back to the table; answers
 // the message to show, which begins with "บันทึกแล้ว" when the lines were written.
 QString saveInvoice(tq7::GridEditor& grid, const QString& connection, const QString& invoiceNo);

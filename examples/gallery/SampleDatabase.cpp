@@ -108,6 +108,24 @@ QStringList sampleStatements() {
   return sql;
 }
 
+// The browse page's sales: 100,000 rows with Thai and English customers, ISO dates (so that a date
+// condition compares in quotes), amounts, a paid state and a sales channel. Made by the engine
+// itself, as a database made by an earlier run may lack it.
+void addBrowseSales(tq7::db::Connection& conn) {
+  if (conn.tables().contains(QStringLiteral("BrowseSales"), Qt::CaseInsensitive)) return;
+  conn.Execute(QStringLiteral(
+      "CREATE TABLE BrowseSales (SaleID INTEGER PRIMARY KEY, Customer TEXT, SaleDate TEXT, Amount REAL, "
+      "Paid INTEGER, Channel INTEGER)"));
+  conn.Execute(QString::fromUtf8(
+      "INSERT INTO BrowseSales WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 100000) "
+      "SELECT i, CASE i % 10 WHEN 0 THEN 'บริษัท สยามอาหาร จำกัด' WHEN 1 THEN 'Bangkok Trading Co., Ltd.' "
+      "WHEN 2 THEN 'ร้านป้าแดงของชำ' WHEN 3 THEN 'Chiang Mai Coffee House' WHEN 4 THEN 'ห้างหุ้นส่วน รุ่งเรืองพาณิชย์' "
+      "WHEN 5 THEN 'Phuket Seafood Export' WHEN 6 THEN 'สหกรณ์ออมทรัพย์ครูขอนแก่น' WHEN 7 THEN 'Andaman Resort' "
+      "WHEN 8 THEN 'ร้านข้าวแกงเจ๊หมวย' ELSE 'Korat Hardware Supply' END || ' #' || (1 + i % 977), "
+      "date('2023-01-01', '+' || (i % 731) || ' day'), round(50 + (i * 7919 % 1000000) / 100.0, 2), "
+      "CASE WHEN i % 11 = 0 THEN 2 WHEN i % 3 = 0 THEN 0 ELSE 1 END, i % 3 FROM n"));
+}
+
 // The invoice grid's saved format for user 1, as the grid's format menu would have saved it: the
 // remark column hidden, the item name widened. Columns: 1 LineID, 2 ItemCode, 3 ItemName, ...,
 // 10 Remark; widths in twips.
@@ -128,7 +146,16 @@ SampleDatabase openSampleDatabase() {
     s.error = QStringLiteral("cannot make the folder ") + s.folder;
     return s;
   }
-  if (QFile::exists(s.path)) return s;
+  if (QFile::exists(s.path)) {
+    try {
+      tq7::db::Connection conn;
+      conn.Open(s.connectionString());
+      addBrowseSales(conn);
+    } catch (const tq7::Error& e) {
+      s.error = QStringLiteral("sample database: error %1: %2").arg(e.number).arg(e.description);
+    }
+    return s;
+  }
 
   // Built under a working name and renamed when complete, so that an interrupted first run is
   // simply done again. An empty file is an empty SQLite database.
@@ -146,6 +173,7 @@ SampleDatabase openSampleDatabase() {
     conn.Open(QStringLiteral("Data Source=") + part);
     conn.Execute(QStringLiteral("BEGIN"));
     for (const QString& statement : sampleStatements()) conn.Execute(statement);
+    addBrowseSales(conn);
     conn.Execute(QStringLiteral("COMMIT"));
     conn.Close();
     writeUserFormat(s.folder);

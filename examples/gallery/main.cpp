@@ -7,6 +7,8 @@
 #include "host/HostFonts.h"
 #include "host/QtPlatform.h"
 
+#include "host/DataViewWidget.h"
+#include "host/FilterDataDialog.h"
 #include "host/GridEditorWidget.h"
 #include "host/SurfaceView.h"
 
@@ -14,7 +16,11 @@
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QDir>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QMainWindow>
+#include <QPainter>
+#include <QTimer>
 #include <QTabWidget>
 #include <QTextStream>
 
@@ -32,6 +38,7 @@ const Page kPages[] = {
     {"ใบแจ้งหนี้ / Invoice", "02-invoice.png"},
     {"อุปกรณ์ / Devices", "devices.png"},
     {"ริบบอน / Ribbon", "ribbon.png"},
+    {"เรียกดูข้อมูล / Browse", "browse-first-page.png"},
 };
 
 // Lets queued work run: the grids sync their widgets once per turn of the loop, and a shown
@@ -113,6 +120,47 @@ int screenshots(QMainWindow& window, QTabWidget& tabs, const QString& dir) {
     tabs.setCurrentWidget(ribbon);
     gallery::ribbonScreenshots(ribbon, shoot);
   }
+  // The browse page: the filter dialog with a date typed in, the page it filters to (the date
+  // reaches the server in quotes), then rows marked with Space and confirmed with Enter, the
+  // status line telling the command and its keys.
+  if (auto* browse = window.findChild<tq7::DataViewWidget*>(QStringLiteral("dvwBrowse"))) {
+    tabs.setCurrentIndex(tabs.indexOf(browse->parentWidget()));
+    QApplication::setActiveWindow(&window);
+    browse->surfaceView()->setFocus();
+    settle();
+    QTimer::singleShot(100, [&] {
+      auto* dialog = qobject_cast<tq7::FilterDataDialog*>(QApplication::activeModalWidget());
+      if (!dialog) return;
+      QListWidget* fields = dialog->fieldList();
+      fields->setCurrentRow(2);
+      dialog->operatorList()->setCurrentRow(3);  // ">="
+      for (const QChar ch : QStringLiteral("1/6/2567")) {
+        QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(ch));
+        QApplication::sendEvent(dialog->valueBox(), &press);
+      }
+      settle();
+      QImage composed = window.grab().toImage();
+      const QPixmap box = dialog->grab();
+      QPainter painter(&composed);
+      painter.drawPixmap((composed.width() - box.width()) / 2, (composed.height() - box.height()) / 2, box);
+      painter.end();
+      const QString path = folder + QStringLiteral("/browse-filter-dialog.png");
+      if (composed.save(path, "PNG")) out << "  browse-filter-dialog.png\n";
+      else ++failed;
+      QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
+      QApplication::sendEvent(dialog->valueBox(), &enter);
+    });
+    type(browse, Qt::Key_F6);  // returns once the dialog has closed
+    shoot(QStringLiteral("browse-filtered.png"));
+    QApplication::setActiveWindow(&window);
+    browse->surfaceView()->setFocus();
+    browse->view().mfgData.SetActiveCell(1, 2);
+    browse->syncNow();
+    for (int k : {Qt::Key_Space, Qt::Key_Down, Qt::Key_Space, Qt::Key_Down, Qt::Key_Down, Qt::Key_Space, Qt::Key_Down,
+                  Qt::Key_Space, Qt::Key_Return})
+      type(browse, k, k == Qt::Key_Space ? QStringLiteral(" ") : k == Qt::Key_Return ? QStringLiteral("\r") : QString());
+    shoot(QStringLiteral("browse-multi-selection.png"));
+  }
   out.flush();
   return failed ? 1 : 0;
 }
@@ -146,6 +194,7 @@ int main(int argc, char** argv) {
   tabs->addTab(gallery::makeInvoicePage(db), QString::fromUtf8(kPages[1].title));
   tabs->addTab(gallery::makeDevicesPage(), QString::fromUtf8(kPages[2].title));
   tabs->addTab(gallery::makeRibbonPage(), QString::fromUtf8(kPages[3].title));
+  tabs->addTab(gallery::makeBrowsePage(db), QString::fromUtf8(kPages[4].title));
   window.setCentralWidget(tabs);
   window.resize(1280, 720);
 

@@ -39,6 +39,10 @@ class GridSurfaceEvents {
   }
   // The scroll position moved (for hosts and owners that place overlays).
   virtual void TopLeftChange() {}
+  // A mouse button went down or came up over the sheet (Button 1 left, 2 right, 4 middle), at a
+  // position in twips; raised before the sheet's own handling of the press, after that of the release.
+  virtual void MouseDown(int16_t Button, int16_t Shift, double X, double Y) { (void)Button, (void)Shift, (void)X, (void)Y; }
+  virtual void MouseUp(int16_t Button, int16_t Shift, double X, double Y) { (void)Button, (void)Shift, (void)X, (void)Y; }
   // The cursor was put on a cell by code (SetActiveCell), which raises no SelChange; for owners
   // that keep an editor in line with the active cell.
   virtual void ActiveCellSet(int32_t Col, int32_t Row) { (void)Col, (void)Row; }

@@ -1017,6 +1017,7 @@ void SpreadSurface::inputKeyUp(int16_t keyCode, int16_t shiftState) {
 }
 
 void SpreadSurface::inputMouseDown(MouseButton button, int16_t shiftState, double x, double y) {
+  if (listener_) listener_->MouseDown(int16_t(button), shiftState, x, y);
   const Hit hit = hitTest(x, y);
   if (button == MouseButton::Left && hit.resizingCol()) {
     dragCol_ = hit.resizeCol;
@@ -1062,22 +1063,21 @@ void SpreadSurface::inputMouseMove(double x, double y, bool leftDown) {
   }
 }
 
-void SpreadSurface::inputMouseUp(MouseButton, double, double) {
+void SpreadSurface::inputMouseUp(MouseButton button, double x, double y) {
   if (dragCol_) {
     const int32_t c = dragCol_;
     dragCol_ = 0;
     if (listener_) listener_->ColWidthChange(c, c);
-    return;
-  }
-  if (dragRow_) {
+  } else if (dragRow_) {
     const int32_t r = dragRow_;
     dragRow_ = 0;
     if (listener_) listener_->RowHeightChange(r, r);
-    return;
+  } else {
+    if (selecting_ && (selCol_ != selCol2_ || selRow_ != selRow2_) && listener_)
+      listener_->BlockSelected(selCol_, selRow_, selCol2_, selRow2_);
+    selecting_ = false;
   }
-  if (selecting_ && (selCol_ != selCol2_ || selRow_ != selRow2_) && listener_)
-    listener_->BlockSelected(selCol_, selRow_, selCol2_, selRow2_);
-  selecting_ = false;
+  if (listener_) listener_->MouseUp(int16_t(button), 0, x, y);
 }
 
 void SpreadSurface::inputDblClick(double x, double y) {

@@ -10,6 +10,7 @@
 #include <QDateTime>
 #include <QDesktopServices>
 #include <QDialog>
+#include <QHash>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
@@ -349,7 +350,25 @@ QString QtPlatform::multiLineInput(const QString& caption, const QString& text, 
   return edit->toPlainText();
 }
 
+namespace {
+QHash<QString, QtPlatform::FormRunner>& formRunners() {
+  static QHash<QString, QtPlatform::FormRunner> runners;
+  return runners;
+}
+}  // namespace
+
+void QtPlatform::setFormRunner(const QString& formName, FormRunner runner) {
+  formRunners().insert(formName, std::move(runner));
+}
+
 void QtPlatform::showModal(Form& form) {
+  const auto runner = formRunners().constFind(form.Name());
+  if (runner != formRunners().constEnd()) {
+    form.Show();
+    (*runner)(form, dialogParent());
+    form.Hide();
+    return;
+  }
   form.Show();
   FormDialog dialog(form, dialogParent());
   if (!dialog.formHidden()) dialog.exec();

@@ -4,6 +4,9 @@
 #include "frame/Platform.h"
 
 #include <QString>
+#include <functional>
+
+class QWidget;
 
 namespace tq7 {
 
@@ -37,6 +40,11 @@ class QtPlatform : public Platform {
   QString applicationFolder() override;
   QString temporaryFolder() override;
   bool openInViewer(const QString& path) override;
+
+  // A core form with a dialog of its own, found by the form's name: the runner shows it modally
+  // and returns once the form has hidden itself. Forms without one get the generic dialog.
+  using FormRunner = std::function<void(Form& form, QWidget* parent)>;
+  static void setFormRunner(const QString& formName, FormRunner runner);
 
   // "Text (*.txt)|*.txt|All (*.*)|*.*" as Qt writes it: "Text (*.txt);;All (*.*)".
   static QString qtFilter(const QString& filter);

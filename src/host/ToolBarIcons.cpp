@@ -81,6 +81,22 @@ QPixmap draw(const QString& key) {
     p.setPen(QPen(red, 5, Qt::SolidLine, Qt::RoundCap));
     p.drawLine(QPointF(7, 7), QPointF(25, 25));
     p.drawLine(QPointF(25, 7), QPointF(7, 25));
+  } else if (key == QLatin1String("Filter")) {
+    // A funnel.
+    p.setBrush(blue);
+    p.setPen(Qt::NoPen);
+    p.drawPolygon(QPolygonF({QPointF(3, 4), QPointF(29, 4), QPointF(19, 16), QPointF(19, 28), QPointF(13, 24),
+                             QPointF(13, 16)}));
+  } else if (key == QLatin1String("Freeze")) {
+    // A column held by a pin.
+    p.setBrush(QColor(0xB8, 0xD8, 0xF0));
+    p.setPen(QPen(blue, 2));
+    p.drawRect(QRectF(4, 4, 10, 24));
+    p.setBrush(red);
+    p.setPen(Qt::NoPen);
+    p.drawEllipse(QRectF(17, 5, 10, 10));
+    p.setPen(QPen(QColor(0x44, 0x44, 0x44), 3, Qt::SolidLine, Qt::RoundCap));
+    p.drawLine(QPointF(22, 14), QPointF(22, 27));
   } else if (key == QLatin1String("Search")) {
     p.setPen(QPen(blue, 4));
     p.setBrush(QColor(0xDD, 0xEE, 0xFF));

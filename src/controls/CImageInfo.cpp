@@ -7,11 +7,22 @@
 #include <QFileInfo>
 #include <array>
 #include <cstring>
-#include <memory>
 
 namespace tq7 {
 
 namespace {
+// The buffer B, kept for the thread so that a reading allocates nothing.
+std::array<uint8_t, CImageInfo::BufferSize>& buffer() {
+  thread_local std::array<uint8_t, CImageInfo::BufferSize> B;
+  return B;
+}
+// The first index from `from` on that holds 255, or JpegLimit when none below it does.
+size_t nextFF(const uint8_t* B, size_t from) {
+  if (from >= CImageInfo::JpegLimit) return CImageInfo::JpegLimit;
+  const void* hit = std::memchr(B + from, 255, CImageInfo::JpegLimit - from);
+  return hit ? size_t(static_cast<const uint8_t*>(hit) - B) : CImageInfo::JpegLimit;
+}
+
 // Frame headers of the JPEG markers: baseline, extended, progressive and lossless, Huffman or
 // arithmetic coded. DHT (196), JPG (200) and DAC (204) are no frames.
 bool isFrameMarker(int c) {
@@ -25,7 +36,7 @@ void CImageInfo::ReadImageInfo(const QString& sFileName) {
   depth_ = 0;
   type_ = itUNKNOWN;
   // The buffer is what the file does not fill: zeros.
-  auto B = std::make_unique<std::array<uint8_t, BufferSize>>();
+  auto* B = &buffer();
   B->fill(0);
   const QFileInfo info(sFileName);
   if (info.exists()) {
@@ -46,7 +57,7 @@ void CImageInfo::ReadImageInfoBytes(const uint8_t* data, size_t size) {
   height_ = 0;
   depth_ = 0;
   type_ = itUNKNOWN;
-  auto B = std::make_unique<std::array<uint8_t, BufferSize>>();
+  auto* B = &buffer();
   B->fill(0);
   if (data && size) std::memcpy(B->data(), data, size < BufferSize ? size : BufferSize);
   readBuffer(B->data());
@@ -94,13 +105,17 @@ void CImageInfo::readBuffer(const uint8_t* B) {
 
 void CImageInfo::searchJpeg(const uint8_t* B) {
   // The start-of-image mark may stand anywhere in the first bytes, not only at the start.
-  size_t p = 0;
-  while (p < JpegLimit && !(B[p] == 255 && B[p + 1] == 216 && B[p + 2] == 255)) ++p;
+  // Byte by byte in effect; the jumps go straight to the next 255, as nothing else can match.
+  size_t p = nextFF(B, 0);
+  while (p < JpegLimit && !(B[p + 1] == 216 && B[p + 2] == 255)) p = nextFF(B, p + 1);
   size_t q = p + 2;
   if (q >= JpegLimit) return;
   for (;;) {
     // Fill bytes (255 runs) are passed over to the next marker.
-    while (B[q] != 255 || B[q + 1] == 255) {
+    for (;;) {
+      q = nextFF(B, q);
+      if (q >= JpegLimit) return;
+      if (B[q + 1] != 255) break;
       ++q;
       if (q >= JpegLimit) return;
     }

@@ -19,6 +19,10 @@ QWidget* makeFieldTypesPage(const QString& folder, QWidget* parent = nullptr);
 // The lines of one invoice, loaded from the sample database.
 QWidget* makeInvoicePage(const SampleDatabase& db, QWidget* parent = nullptr);
 
+// The companion controls: a product card with its picture from a sample image store made in
+// folder, rotated labels over a pattern, a page navigator and a button menu.
+QWidget* makeCompanionPage(const QString& folder, QWidget* parent = nullptr);
+
 // Checks the invoice grid's records and, when all is well, writes them back to the table; answers
 // the message to show, which begins with "บันทึกแล้ว" when the lines were written.
 QString saveInvoice(tq7::GridEditor& grid, const QString& connection, const QString& invoiceNo);

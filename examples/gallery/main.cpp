@@ -8,6 +8,8 @@
 #include "host/QtPlatform.h"
 
 #include "host/GridEditorWidget.h"
+#include "host/ImagePreviewWidget.h"
+#include "host/frmActualWindow.h"
 #include "host/SurfaceView.h"
 
 #include <QApplication>
@@ -30,6 +32,7 @@ struct Page {
 const Page kPages[] = {
     {"ชนิดข้อมูล / Field types", "01-field-types.png"},
     {"ใบแจ้งหนี้ / Invoice", "02-invoice.png"},
+    {"ภาพและป้าย / Companion", "companion-page.png"},
 };
 
 // Lets queued work run: the grids sync their widgets once per turn of the loop, and a shown
@@ -96,6 +99,16 @@ int screenshots(QMainWindow& window, QTabWidget& tabs, const QString& dir) {
     if (auto* save = window.findChild<QPushButton*>(QStringLiteral("cmdSave"))) save->click();
     shoot(QStringLiteral("05-invoice-saved.png"));
   }
+  // The companion page's picture in its 1:1 window, at the picture's own size.
+  if (auto* actual = window.findChild<tq7::frmActualWindow*>(QStringLiteral("frmActual"))) {
+    if (auto* img = window.findChild<tq7::ImagePreviewWidget*>(QStringLiteral("imgProduct"))) {
+      actual->showPicture(img->preview().Picture());
+      settle();
+      const QString path = folder + QStringLiteral("/companion-frmactual.png");
+      if (actual->grab().save(path, "PNG")) out << "  companion-frmactual.png\n"; else ++failed;
+      actual->hide();
+    }
+  }
   out.flush();
   return failed ? 1 : 0;
 }
@@ -127,6 +140,7 @@ int main(int argc, char** argv) {
   auto* tabs = new QTabWidget(&window);
   tabs->addTab(gallery::makeFieldTypesPage(db.folder), QString::fromUtf8(kPages[0].title));
   tabs->addTab(gallery::makeInvoicePage(db), QString::fromUtf8(kPages[1].title));
+  tabs->addTab(gallery::makeCompanionPage(db.folder), QString::fromUtf8(kPages[2].title));
   window.setCentralWidget(tabs);
   window.resize(1280, 720);
 

@@ -23,6 +23,17 @@ QString withoutLeadingSeparator(QString s) {
 // A relative folder as the store keeps it: a trailing separator unless it is empty.
 QString asRelativeFolder(const QString& s) { return s.isEmpty() || endsWithSeparator(s) ? s : s + kSep; }
 
+constexpr int32_t InvalidPropertyValue = 380;
+
+// A picture refuses a size below zero: the step that asks for one fails and is passed over, and
+// the picture keeps the size it had.
+void setHeightStep(Widget& w, double h) {
+  step([&] {
+    if (h < 0) throw Error{InvalidPropertyValue, QStringLiteral("Invalid property value")};
+    w.setHeight(h);
+  });
+}
+
 bool sameFile(const QString& a, const QString& b) {
   const QFileInfo fa(a), fb(b);
   return fa.exists() && fb.exists() && fa.canonicalFilePath() == fb.canonicalFilePath();
@@ -162,12 +173,12 @@ void ImagePreview::resizeStep() {
   lblSize.setVisible(showSize_);
   image1Border_ = showBorder_;
   if (showSize_) {
-    Image1.setHeight(Image1.Height() - 225);
+    setHeightStep(Image1, Image1.Height() - 225);
     lblSize.setTop(H - 225);
   }
   lblFilename.setVisible(showFilename_);
   if (showFilename_) {
-    Image1.setHeight(Image1.Height() - 240);
+    setHeightStep(Image1, Image1.Height() - 240);
     lblFilename.setTop(H - (lblSize.Visible() ? 465 : 225));
   }
   centreLabels();

@@ -16,7 +16,8 @@ GridButtonWidget::GridButtonWidget(QWidget* parent) : QWidget(parent), mirror_(t
   setFocusProxy(view_);
   mirror_.plain(grid_.mfgData, view_);
   grid_.setChangeCallback([this] { sync_.request(); });
-  grid_.setSize(pixelsToTwips(width()), pixelsToTwips(height()));
+  // The core is sized at the widget's first resize, not at its provisional size: a menu laid out
+  // too small for a moment would keep the scroll bars it needed then.
   syncNow();
 }
 

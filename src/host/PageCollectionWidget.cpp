@@ -3,11 +3,32 @@
 #include "host/SurfaceView.h"
 
 #include <QKeyEvent>
+#include <QAction>
 #include <QLineEdit>
+#include <QPainter>
 #include <QResizeEvent>
 #include <QToolBar>
 
 namespace tq7 {
+
+namespace {
+// The navigator's images: triangles towards the first, previous, next and last page, with a bar
+// for the two ends.
+QIcon navigationIcon(const QString& key) {
+  QPixmap pm(16, 16);
+  pm.fill(Qt::transparent);
+  QPainter p(&pm);
+  p.setRenderHint(QPainter::Antialiasing);
+  p.setPen(Qt::NoPen);
+  p.setBrush(QColor(0x1E, 0x5A, 0xA8));
+  const bool left = key == QLatin1String("First") || key == QLatin1String("Back");
+  const bool end = key == QLatin1String("First") || key == QLatin1String("Last");
+  const QPolygonF tri = left ? QPolygonF{{12, 3}, {4, 8}, {12, 13}} : QPolygonF{{4, 3}, {12, 8}, {4, 13}};
+  p.drawPolygon(tri);
+  if (end) p.drawRect(left ? QRectF(2, 3, 2, 10) : QRectF(12, 3, 2, 10));
+  return QIcon(pm);
+}
+}  // namespace
 
 PageCollectionWidget::PageCollectionWidget(QWidget* parent) : QWidget(parent), mirror_(this) {
   pages_.setListener(this);
@@ -16,8 +37,14 @@ PageCollectionWidget::PageCollectionWidget(QWidget* parent) : QWidget(parent), m
   total_ = mirror_.lineEdit(pages_.txtTotal);
   right_ = mirror_.toolBar(pages_.TbrRight);
   for (QToolBar* bar : {left_, right_}) {
+    // Two small buttons side by side in the bar's fixed width: no handle, no margins.
     bar->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    bar->setMovable(false);
+    bar->setFloatable(false);
+    bar->setIconSize(QSize(12, 12));
     bar->setContentsMargins(0, 0, 0, 0);
+    bar->setStyleSheet(QStringLiteral("QToolBar { spacing: 0px; padding: 0px; border: 0px; } "
+                                      "QToolButton { padding: 1px; margin: 0px; }"));
   }
   for (QLineEdit* box : {current_, total_}) {
     box->setFrame(true);
@@ -27,6 +54,8 @@ PageCollectionWidget::PageCollectionWidget(QWidget* parent) : QWidget(parent), m
   pages_.setChangeCallback([this] { sync_.request(); });
   setFixedHeight(twipsToPixels(PageCollection::FixedHeight));
   syncNow();
+  for (QToolBar* bar : {left_, right_})
+    for (QAction* a : bar->actions()) a->setIcon(navigationIcon(a->data().toString()));
 }
 
 PageCollectionWidget::~PageCollectionWidget() { pages_.setChangeCallback(nullptr); }

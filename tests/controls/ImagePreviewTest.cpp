@@ -64,6 +64,14 @@ TEST_F(ImagePreviewTest, LaysTheLabelsOutUnderTheFrameAsTheSwitchesSay) {
   p.setSize(6000, 6000);
   EXPECT_EQ(p.frameWidth(), 3000);
   EXPECT_EQ(p.frameHeight(), 3000);
+  // A control too small for the labels keeps the picture's height at 0 rather than below it, so
+  // the frame is still taken at the first real size.
+  ImagePreview small;
+  small.setFileName(QStringLiteral("x.jpg"));
+  EXPECT_EQ(small.Image1.Height(), 0);
+  EXPECT_EQ(small.frameHeight(), 0);
+  small.setSize(1500, 1965);
+  EXPECT_EQ(small.frameHeight(), 1500);
   // Labels are centred on the control.
   p.setShowFilename(true);
   p.setFileName(QStringLiteral("abc.jpg"));

@@ -7,6 +7,7 @@
 #include "host/ImagePreviewWidget.h"
 #include "host/PageCollectionWidget.h"
 #include "host/RotLabelWidget.h"
+#include "host/RotatedBoundControlWidget.h"
 #include "host/SurfaceView.h"
 
 #include "controls/tq7MouseWheelControl.h"
@@ -392,4 +393,40 @@ TEST(WheelOnGrid, TheGridUnderThePointerTakesTheWheelThroughTheHook) {
   EXPECT_FALSE(tq7MouseWheelControl::hooked());
   wheel(-120);
   EXPECT_EQ(g.mfgData.TopRow(), 1 + 2 * n);
+}
+
+TEST(RotatedBoundOnForm, DrawsFromTheBottomLeftOnItsOwnBackground) {
+  RotatedBoundControlWidget w;
+  w.resize(300, 200);
+  QPalette pal = w.palette();
+  pal.setColor(QPalette::Window, Qt::white);
+  pal.setColor(QPalette::WindowText, Qt::black);
+  w.setPalette(pal);
+  RotatedBoundControl& c = w.control();
+  tq7::Font f;
+  f.Size = 18;
+  c.setFont(f);
+  c.setCaption(QStringLiteral("ราคา 245"));
+  w.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
+  auto inkBox = [&] {
+    const QImage img = w.grab().toImage();
+    int x1 = INT_MAX, y1 = INT_MAX, x2 = -1, y2 = -1;
+    for (int y = 0; y < img.height(); ++y)
+      for (int x = 0; x < img.width(); ++x)
+        if (qGray(img.pixel(x, y)) < 128) x1 = std::min(x1, x), y1 = std::min(y1, y), x2 = std::max(x2, x), y2 = std::max(y2, y);
+    return x2 < 0 ? QRect() : QRect(QPoint(x1, y1), QPoint(x2, y2));
+  };
+  // Upright: a line along the bottom, starting at the left edge.
+  const QRect flat = inkBox();
+  ASSERT_TRUE(flat.isValid());
+  EXPECT_LT(flat.left(), 6);
+  EXPECT_GT(flat.top(), 200 - 2 * 24);
+  EXPECT_GT(flat.width(), 2 * flat.height());
+  // At 90 degrees it rises from the same corner.
+  c.setAngle(90);
+  const QRect up = inkBox();
+  EXPECT_GT(up.height(), 2 * up.width());
+  EXPECT_LT(up.left(), 40);
+  EXPECT_LT(up.bottom(), 200 - 24 + 4);
 }

@@ -23,6 +23,9 @@ QWidget* makeInvoicePage(const SampleDatabase& db, QWidget* parent = nullptr);
 // The browse view over the 100,000 sales of the sample database, with a status line that tells
 // each command the view raises and its result text.
 QWidget* makeBrowsePage(const SampleDatabase& db, QWidget* parent = nullptr);
+// The companion controls: a product card with its picture from a sample image store made in
+// folder, rotated labels over a pattern, a page navigator and a button menu.
+QWidget* makeCompanionPage(const QString& folder, QWidget* parent = nullptr);
 
 // Checks the invoice grid's records and, when all is well, writes them back to the table; answers
 // the message to show, which begins with "บันทึกแล้ว" when the lines were written.

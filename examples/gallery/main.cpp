@@ -10,6 +10,8 @@
 #include "host/DataViewWidget.h"
 #include "host/FilterDataDialog.h"
 #include "host/GridEditorWidget.h"
+#include "host/ImagePreviewWidget.h"
+#include "host/frmActualWindow.h"
 #include "host/SurfaceView.h"
 
 #include <QApplication>
@@ -39,6 +41,7 @@ const Page kPages[] = {
     {"อุปกรณ์ / Devices", "devices.png"},
     {"ริบบอน / Ribbon", "ribbon.png"},
     {"เรียกดูข้อมูล / Browse", "browse-first-page.png"},
+    {"ภาพและป้าย / Companion", "companion-page.png"},
 };
 
 // Lets queued work run: the grids sync their widgets once per turn of the loop, and a shown
@@ -161,6 +164,16 @@ int screenshots(QMainWindow& window, QTabWidget& tabs, const QString& dir) {
       type(browse, k, k == Qt::Key_Space ? QStringLiteral(" ") : k == Qt::Key_Return ? QStringLiteral("\r") : QString());
     shoot(QStringLiteral("browse-multi-selection.png"));
   }
+  // The companion page's picture in its 1:1 window, at the picture's own size.
+  if (auto* actual = window.findChild<tq7::frmActualWindow*>(QStringLiteral("frmActual"))) {
+    if (auto* img = window.findChild<tq7::ImagePreviewWidget*>(QStringLiteral("imgProduct"))) {
+      actual->showPicture(img->preview().Picture());
+      settle();
+      const QString path = folder + QStringLiteral("/companion-frmactual.png");
+      if (actual->grab().save(path, "PNG")) out << "  companion-frmactual.png\n"; else ++failed;
+      actual->hide();
+    }
+  }
   out.flush();
   return failed ? 1 : 0;
 }
@@ -195,6 +208,7 @@ int main(int argc, char** argv) {
   tabs->addTab(gallery::makeDevicesPage(), QString::fromUtf8(kPages[2].title));
   tabs->addTab(gallery::makeRibbonPage(), QString::fromUtf8(kPages[3].title));
   tabs->addTab(gallery::makeBrowsePage(db), QString::fromUtf8(kPages[4].title));
+  tabs->addTab(gallery::makeCompanionPage(db.folder), QString::fromUtf8(kPages[5].title));
   window.setCentralWidget(tabs);
   window.resize(1280, 720);
 

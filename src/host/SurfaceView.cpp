@@ -1,5 +1,7 @@
 #include "host/SurfaceView.h"
 
+#include "controls/tq7MouseWheelControl.h"
+#include "host/GridEditorWidget.h"
 #include "host/HostColours.h"
 #include "host/HostFonts.h"
 
@@ -51,7 +53,10 @@ SurfaceView::SurfaceView(SpreadSurface& surface, QWidget* parent) : QAbstractScr
   sync();
 }
 
-SurfaceView::~SurfaceView() = default;
+// A hook on this surface must not outlive it.
+SurfaceView::~SurfaceView() {
+  if (tq7MouseWheelControl::hookedSurface() == &surface_) tq7MouseWheelControl::WheelUnhook();
+}
 
 // ---- Mirroring the surface --------------------------------------------------------------------------
 
@@ -436,6 +441,20 @@ void SurfaceView::paintCell(QPainter& p, const QRect& r, int32_t col, int32_t ro
     if (lk.cellType == celltype::CheckBox) {
       usePen(p, fore.rgb());
       paintCheckBox(p, inner, lk);
+    } else if (lk.cellType == celltype::Button) {
+      // A button cell: a raised face, sunken while a two-state button is down, its caption centred.
+      const QRect face = r.adjusted(1, 1, -2, -2);
+      const bool down = lk.value != 0;
+      p.fillRect(face, pal_.color(QPalette::Button));
+      usePen(p, pal_.color(down ? QPalette::Dark : QPalette::Light).rgb());
+      p.drawLine(face.topLeft(), face.topRight());
+      p.drawLine(face.topLeft(), face.bottomLeft());
+      usePen(p, pal_.color(down ? QPalette::Light : QPalette::Dark).rgb());
+      p.drawLine(face.bottomLeft(), face.bottomRight());
+      p.drawLine(face.topRight(), face.bottomRight());
+      useFont(p, lk);
+      usePen(p, pal_.color(QPalette::ButtonText).rgb());
+      p.drawText(face, Qt::AlignCenter, text);
     } else if (!text.isEmpty()) {
       usePen(p, fore.rgb());
       if (lk.orient == 0 && !lk.multiLine) {
@@ -832,6 +851,26 @@ void SurfaceView::wheelEvent(QWheelEvent* e) {
   e->accept();
   if (rotation == 0) return;
   if (wheelOverride && wheelOverride(rotation, e->globalPosition().toPoint())) return;
+  // The grids take the wheel through the process's one wheel hook: the grid under the pointer
+  // hooks its surface, and each turn reaches the grid's MouseWheel with the classic four values
+  // (keys, signed rotation in units of 120 a notch, screen pixels). The sheet the grids were
+  // written for scrolls by no wheel of its own, so a hooked turn ends there.
+  if (auto* grid = qobject_cast<GridEditorWidget*>(parentWidget());
+      grid && tq7MouseWheelControl::hookedSurface() != &surface_)
+    tq7MouseWheelControl::WheelHook(surface_, grid->grid());
+  if (tq7MouseWheelControl::hookedSurface() == &surface_) {
+    namespace mw = tq7MouseWheelControl;
+    const Qt::MouseButtons b = e->buttons();
+    const Qt::KeyboardModifiers m = e->modifiers();
+    const int32_t keys = (b & Qt::LeftButton ? mw::MK_LBUTTON : 0) | (b & Qt::RightButton ? mw::MK_RBUTTON : 0) |
+                         (m & Qt::ShiftModifier ? mw::MK_SHIFT : 0) | (m & Qt::ControlModifier ? mw::MK_CONTROL : 0) |
+                         (b & Qt::MiddleButton ? mw::MK_MBUTTON : 0);
+    const QPoint at = e->globalPosition().toPoint();
+    const QPointer<SurfaceView> self(this);
+    mw::WindowProc(surface_.hWnd(), mw::WM_MOUSEWHEEL, mw::wheelWParam(rotation, keys), mw::wheelLParam(at.x(), at.y()));
+    afterInput(self);
+    return;
+  }
   // Three rows a notch; fine-grained wheels add up to whole notches.
   wheelRemainder_ += rotation;
   const int notches = wheelRemainder_ / 120;

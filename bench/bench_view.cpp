@@ -10,6 +10,8 @@
 #include "view/DataView.h"
 #include "view/FilterData.h"
 
+#include "BenchSales.h"
+
 #include <QTemporaryDir>
 #include <sqlite3.h>
 
@@ -22,7 +24,11 @@
 
 namespace {
 
-constexpr int kRows = 1'000'000;
+using bench::check;
+using bench::procStatus;
+using bench::resetPeak;
+
+constexpr int kRows = bench::kSalesRows;
 constexpr double kTimeBudget = 1.6;
 constexpr double kPageBudgetMs = 2.0;
 constexpr double kMemoryBudget = 2.0;
@@ -30,52 +36,7 @@ constexpr double kMemoryBudget = 2.0;
 using Clock = std::chrono::steady_clock;
 double seconds(Clock::time_point t0) { return std::chrono::duration<double>(Clock::now() - t0).count(); }
 
-long long procStatus(const char* field) {
-  std::ifstream f("/proc/self/status");
-  std::string line;
-  const size_t n = std::strlen(field);
-  while (std::getline(f, line))
-    if (line.compare(0, n, field) == 0) return std::stoll(line.substr(n + 1)) * 1024;
-  return -1;
-}
-void resetPeak() { std::ofstream("/proc/self/clear_refs") << "5"; }
-
-void check(int rc, sqlite3* db, const char* what) {
-  if (rc != SQLITE_OK && rc != SQLITE_DONE && rc != SQLITE_ROW) {
-    std::fprintf(stderr, "%s: %s\n", what, sqlite3_errmsg(db));
-    std::exit(2);
-  }
-}
-
-void makeDatabase(const std::string& path) {
-  sqlite3* db = nullptr;
-  check(sqlite3_open(path.c_str(), &db), db, "open");
-  check(sqlite3_exec(db,
-                     "PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF;"
-                     "CREATE TABLE Sales(SaleID INTEGER, ItemName TEXT, Price REAL, Amount REAL, SaleDate REAL,"
-                     " Discount REAL); BEGIN;",
-                     nullptr, nullptr, nullptr),
-        db, "schema");
-  sqlite3_stmt* st = nullptr;
-  check(sqlite3_prepare_v2(db, "INSERT INTO Sales VALUES (?,?,?,?,?,?)", -1, &st, nullptr), db, "prepare");
-  const char* names[] = {"ปากกาลูกลื่น", "ดินสอดำ 2B", "ยางลบ", "สมุดบันทึก A5", "Stapler No.10"};
-  char text[96];
-  for (int i = 1; i <= kRows; ++i) {
-    const int n = std::snprintf(text, sizeof text, "%s #%d", names[i % 5], i);
-    sqlite3_bind_int64(st, 1, i);
-    sqlite3_bind_text(st, 2, text, n, SQLITE_STATIC);
-    sqlite3_bind_double(st, 3, 10.0 + (i % 1000) * 0.25);
-    sqlite3_bind_double(st, 4, (i % 97) * 12.5);
-    sqlite3_bind_double(st, 5, 45000.0 + (i % 3650));
-    if (i % 3 == 0) sqlite3_bind_null(st, 6);
-    else sqlite3_bind_double(st, 6, (i % 7) * 0.05);
-    check(sqlite3_step(st), db, "insert");
-    sqlite3_reset(st);
-  }
-  sqlite3_finalize(st);
-  check(sqlite3_exec(db, "COMMIT", nullptr, nullptr, nullptr), db, "commit");
-  sqlite3_close(db);
-}
+void makeDatabase(const std::string& path) { bench::makeSalesTable(path, false); }
 
 const char* kFields = "SaleID,ItemName,Price,Amount,SaleDate,Discount";
 

@@ -94,12 +94,13 @@ bool shortDigits(double v, Digits& d) {
   return false;
 }
 
-Digits digitsOf(double v) {
+// The digits of v as the shortest scientific form gives them (precision -1), or kept to
+// precision + 1 significant digits, rounded on the exact binary value.
+Digits scientificDigits(double v, int precision) {
   Digits d;
-  if (v == 0.0 || !std::isfinite(v)) return d;
-  if (shortDigits(v, d)) return d;
   char buf[64];
-  const auto res = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::scientific);
+  const auto res = precision < 0 ? std::to_chars(buf, buf + sizeof buf, v, std::chars_format::scientific)
+                                 : std::to_chars(buf, buf + sizeof buf, v, std::chars_format::scientific, precision);
   const char* p = buf;
   if (*p == '-') {
     d.negative = true;
@@ -116,6 +117,13 @@ Digits digitsOf(double v) {
   d.point = exp10 + 1;
   while (!d.digits.empty() && d.digits.back() == '0') d.digits.pop_back();
   return d;
+}
+
+Digits digitsOf(double v) {
+  Digits d;
+  if (v == 0.0 || !std::isfinite(v)) return d;
+  if (shortDigits(v, d)) return d;
+  return scientificDigits(v, -1);
 }
 
 // Rounds to `decimals` places, halves away from zero (the sign is apart, so on the magnitude up).
@@ -648,25 +656,7 @@ namespace {
 Digits significantDigits(double v, int significant) {
   Digits d = digitsOf(v);
   if (int(d.digits.size()) <= significant) return d;
-  char buf[64];
-  const auto res = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::scientific, significant - 1);
-  const char* p = buf;
-  d = Digits{};
-  if (*p == '-') {
-    d.negative = true;
-    ++p;
-  }
-  const char* e = p;
-  while (e < res.ptr && *e != 'e') ++e;
-  for (const char* k = p; k < e; ++k)
-    if (*k != '.') d.digits.push_back(*k);
-  int exp10 = 0;
-  const char* x = e + 1;
-  if (x < res.ptr && *x == '+') ++x;
-  std::from_chars(x, res.ptr, exp10);
-  d.point = exp10 + 1;
-  while (!d.digits.empty() && d.digits.back() == '0') d.digits.pop_back();
-  return d;
+  return scientificDigits(v, significant - 1);
 }
 
 // Plain digits for moderate magnitudes, an exponent beyond.

@@ -35,7 +35,11 @@ class QuietPlatform final : public Platform {
   double now() override { return serialOf(QDateTime::currentDateTime()); }
   QString clipboardText() override { return clipboard_; }
   void setClipboardText(const QString& text) override { clipboard_ = text; }
-  void processEvents() override {}
+  // A control that waits by pumping (the address tracker's transfers) must not spin for ever in
+  // an application that installed no platform of its own.
+  void processEvents() override {
+    if (QCoreApplication::instance()) QCoreApplication::processEvents();
+  }
   void sendKeys(const QString&, bool) override {}
   double textWidth(const Font& font, const QString& text) override {
     return text.size() * font.Size * 0.55 * 20.0;

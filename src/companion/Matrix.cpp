@@ -35,11 +35,10 @@ void Matrix::store(uint32_t r, uint32_t c, double value) {
   if (value == 0.0) return;
   try {
     if (c >= columns_.size()) columns_.resize(size_t(c) + 1);
-    std::vector<double>& column = columns_[c];
-    // Grow by half again at least, so that a grid adding records one by one stays linear.
-    if (r >= column.capacity()) column.reserve(std::max<size_t>(size_t(r) + 1, column.capacity() * 3 / 2 + 16));
-    column.resize(size_t(r) + 1, 0.0);
-    column[r] = value;
+    ColumnCells& column = columns_[c];
+    while (column.blocks.size() <= (r >> kBlockBits)) column.blocks.push_back(std::make_unique<double[]>(kBlock));
+    column.size = std::max(column.size, r + 1);
+    column.at(r) = value;
   } catch (const std::bad_alloc&) {
     outOfMemory();
   } catch (const std::length_error&) {
@@ -49,12 +48,13 @@ void Matrix::store(uint32_t r, uint32_t c, double value) {
 
 void Matrix::ResetRow(int32_t& Row) {
   const auto r = static_cast<uint32_t>(Row);
-  for (std::vector<double>& column : columns_)
-    if (r < column.size()) column[r] = 0.0;
+  for (ColumnCells& column : columns_)
+    if (r < column.size) column.at(r) = 0.0;
 }
 
 void Matrix::Clear() {
-  for (std::vector<double>& column : columns_) std::fill(column.begin(), column.end(), 0.0);
+  for (ColumnCells& column : columns_)
+    for (auto& block : column.blocks) std::fill(block.get(), block.get() + kBlock, 0.0);
   if (listener_) listener_->DataChange();
 }
 

@@ -7,6 +7,7 @@
 // cell, so GetValue and the in-range SetValue are a bounds test and an index, nothing more.
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace tq7 {
@@ -37,9 +38,9 @@ class Matrix {
   double GetValue(int32_t Row, int32_t Column) const noexcept {
     const auto c = static_cast<uint32_t>(Column);
     if (c >= columns_.size()) return 0.0;
-    const std::vector<double>& column = columns_[c];
+    const ColumnCells& column = columns_[c];
     const auto r = static_cast<uint32_t>(Row);
-    return r < column.size() ? column[r] : 0.0;
+    return r < column.size ? column.at(r) : 0.0;
   }
 
   // Writes the cell, growing the table when it lies beyond it, then raises CellDataChange.
@@ -49,11 +50,12 @@ class Matrix {
     const auto r = static_cast<uint32_t>(Row);
     const auto c = static_cast<uint32_t>(Column);
     if (Row < 0 || Column < 0) outOfRange();
-    std::vector<double>* column = c < columns_.size() ? &columns_[c] : nullptr;
-    if (column && r < column->size()) {
-      (*column)[r] = Value;
-    } else if (column && r == column->size() && r < column->capacity()) {
-      column->push_back(Value);  // the next row of a column being filled down
+    ColumnCells* column = c < columns_.size() ? &columns_[c] : nullptr;
+    if (column && r < column->size) {
+      column->at(r) = Value;
+    } else if (column && r == column->size && r < column->blocks.size() * kBlock) {
+      column->at(r) = Value;  // the next row of a column being filled down
+      column->size = r + 1;
       if (r >= rows_) rows_ = r + 1;
     } else {
       store(r, c, Value);
@@ -84,8 +86,17 @@ class Matrix {
   void store(uint32_t r, uint32_t c, double value);
 
   // Columnar and sparse: a column holds storage only from its first non-zero write, and only as
-  // far down as it was written. A grid of 200 columns of which 20 are used costs 20 columns.
-  std::vector<std::vector<double>> columns_;
+  // far down as it was written. A grid of 200 columns of which 20 are used costs 20 columns. A
+  // column grows in blocks of zeros that never move, so a grid adding records one by one copies
+  // nothing and touches each page once.
+  static constexpr uint32_t kBlockBits = 12, kBlock = 1u << kBlockBits;
+  struct ColumnCells {
+    std::vector<std::unique_ptr<double[]>> blocks;
+    uint32_t size = 0;  // rows written or zeroed; a block holds zeros beyond it
+    double& at(uint32_t r) { return blocks[r >> kBlockBits][r & (kBlock - 1)]; }
+    double at(uint32_t r) const { return blocks[r >> kBlockBits][r & (kBlock - 1)]; }
+  };
+  std::vector<ColumnCells> columns_;
   uint32_t rows_ = 0;  // the extent the table has been dimensioned or written to
   uint32_t cols_ = 0;
   int32_t mode_ = 0;

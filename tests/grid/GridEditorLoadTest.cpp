@@ -2,6 +2,7 @@
 #include "companion/StandardHelper.h"
 #include "companion/VbText.h"
 #include "companion/db/Connection.h"
+#include "frame/Error.h"
 #include "frame/FakePlatform.h"
 #include "grid/editor/GridEditor.h"
 
@@ -313,4 +314,56 @@ TEST(GridEditorMapping, RecordsAndColumnsMapWithAbsoluteValuesAndACapOneWay) {
   EXPECT_EQ(g.TextMatrix(5, 0), "");
   g.setEnableNumber(true);
   EXPECT_EQ(g.TextMatrix(5, 0), "4");  // rows 1, 3, 4 and 5 have a height
+}
+
+// Rows of nothing but NULLs, a text of 100,000 characters, and numbers beyond any date or whole
+// number: the load takes what it can, a failure ends it with its number as the load's failures
+// do, and the grid stays usable.
+TEST_F(Loaded, NullRowsHugeTextsAndInfiniteNumbersLeaveAUsableGrid) {
+  {
+    db::Connection c;
+    c.Open(conn);
+    c.Execute("CREATE TABLE Odd (K INTEGER, Name TEXT, Amount REAL, Day REAL, Yr INTEGER, Kind INTEGER)");
+    c.Execute("INSERT INTO Odd VALUES (1, NULL, NULL, NULL, NULL, NULL)");
+    c.Execute(QStringLiteral("INSERT INTO Odd VALUES (2, '%1', 1e300, 45366, 2024, 2)").arg(QString(100000, u'ก')));
+    c.Execute("INSERT INTO Odd VALUES (3, 'inf', 9e999, 9e999, 9e999, 9e999)");
+    c.Execute("INSERT INTO Odd VALUES (4, 'after', 1, 45367, 2020, 1)");
+    c.Close();
+  }
+  g.SetFirst(6);
+  g.addField3(1, "K", "NUMBER", 1, "K", 0, {}, 0, {}, 0, 10, 0, 1, 0, 0, 600);
+  g.addField3(2, "Name", "TEXT", 0, "Name", 0, {}, 0, {}, 0, 0, 1, 1, 1, 0, 2000);
+  g.addField3(3, "Amount", "NUMBER", 0, "Amount", 2, {}, 0, {}, 0, 0, 1, 1, 1, 0, 1200, 0, 0, {}, 0, {}, {}, {}, 2);
+  g.addField3(4, "Day", "DATE", 0, "Day", 0, {}, 0, {}, 0, 0, 1, 1, 1, 0, 1200);
+  g.addField3(5, "Yr", "YEAR", 0, "Yr", 0, {}, 0, {}, 0, 0, 1, 1, 1, 0, 700);
+  g.addField3(6, "Kind", "LABELLIST", 0, "Kind", 0, {}, 0, {}, 0, 0, 1, 1, 1, 0, 900, 0, 0, "A,B,C");
+  g.SetData("Odd", "Odd", {}, "K", {}, 0, conn, conn);
+  g.SetLast3(dir.path(), "grdOdd", "1", {}, {});
+  g.FillData3();
+
+  // The NULL row keeps its defaults; the long text arrives whole; a huge amount is a number.
+  ASSERT_GE(g.Rows(), 2);
+  EXPECT_EQ(g.GETText(1, 2), "");
+  EXPECT_EQ(g.GETValue(1, 3), 0);
+  EXPECT_EQ(g.GETText(2, 2).size(), 100000);
+  EXPECT_EQ(g.GETValue(2, 3), 1e300);
+  EXPECT_FALSE(g.GETText(2, 3).isEmpty());
+  EXPECT_EQ(g.GETText(2, 4), "15/03/2567");
+  // The infinite row fails where a number cannot be a date: the load's one handler ends the load
+  // there with the overflow's number, and what was loaded before stands.
+  EXPECT_EQ(g.ErrorNumber, err::Overflow);
+  EXPECT_EQ(g.Rows(), 3);
+  EXPECT_EQ(g.GETText(3, 2), "inf");
+  EXPECT_FALSE(g.Loading());
+  EXPECT_TRUE(g.mfgData.Visible());
+
+  // Usable: a record added, typed into and read back.
+  g.setEditStatus(true);
+  const int32_t rows = g.Rows();
+  g.cmdAppend_Click();
+  EXPECT_EQ(g.Rows(), rows + 1);
+  EXPECT_EQ(g.SetText(rows + 1, 2, QStringLiteral("ใหม่")), 1);
+  EXPECT_EQ(g.GETText(rows + 1, 2), QStringLiteral("ใหม่"));
+  EXPECT_EQ(g.SetValue(rows + 1, 3, 12.5), 1);
+  EXPECT_EQ(g.GETText(rows + 1, 3), "12.50");
 }

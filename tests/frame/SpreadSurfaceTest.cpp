@@ -404,3 +404,56 @@ TEST(SpreadSurfaceLooks, ARowsLooksInOneCallEqualTheirWritesOneByOne) {
       }
   }
 }
+
+// New rows one after the other, each with its looks in one call (the grid's load), between writes
+// of every kind: the rows come out as the same writes one by one leave them, also where a row only
+// lengthens the runs the row before it left.
+TEST(SpreadSurfaceLooks, NewRowAfterNewRowEqualsTheWritesOneByOne) {
+  for (int round = 0; round < 30; ++round) {
+    std::mt19937 history{uint32_t(100 + round)};
+    SpreadSurface one, each;
+    for (auto* s : {&one, &each}) {
+      s->setMaxCols(10);
+      s->setMaxRows(1);
+      s->setRow(-1), s->setCol(-1);
+      s->setTypeVAlign(2);  // the sheet centres; the looks below top-align, so runs grow
+    }
+    std::vector<SpreadSurface::RowLook> looks(7, SpreadSurface::RowLook{0, 0});
+    for (int32_t row = 1; row <= 40; ++row) {
+      for (auto* s : {&one, &each}) s->setMaxRows(row);
+      // Now and then something else between two new rows.
+      const int what = int(history() % 9);
+      const int32_t c = 1 + int32_t(history() % 10);
+      const int16_t v = int16_t(history() % 3);
+      const int32_t at = std::max(1, row - int32_t(history() % 2));
+      if (what == 8) looks[history() % 7] = {int16_t(history() % 3), int16_t(history() % 3)};
+      for (auto* s : {&one, &each}) {
+        s->setRow(what == 4 ? -1 : at);
+        s->setCol(what == 5 ? -1 : c);
+        if (what == 1) s->setTypeVAlign(v);
+        else if (what == 2) s->setBackColor(Colour(v));
+        else if (what == 3) s->setTypeHAlign(v);
+        else if (what == 4 || what == 5) s->setTypeVAlign(v);
+      }
+      for (auto* s : {&one, &each}) s->setRow(row);
+      one.writeRowLooks(3, looks.data(), 7);
+      for (int32_t i = 0; i < 7; ++i) {
+        each.setCol(3 + i);
+        each.setTypeHAlign(looks[size_t(i)].hAlign);
+        each.setTypeVAlign(looks[size_t(i)].vAlign);
+        each.setCellNote(QString());
+        each.setBackColor(syscolor::Window);
+        each.setForeColor(syscolor::WindowText);
+      }
+      ASSERT_EQ(one.Col(), each.Col());
+    }
+    for (int32_t r = 1; r <= 40; ++r)
+      for (int32_t c = 1; c <= 10; ++c) {
+        one.setRow(r), one.setCol(c), each.setRow(r), each.setCol(c);
+        ASSERT_EQ(one.TypeHAlign(), each.TypeHAlign()) << round << " " << c << "," << r;
+        ASSERT_EQ(one.TypeVAlign(), each.TypeVAlign()) << round << " " << c << "," << r;
+        ASSERT_EQ(one.BackColor(), each.BackColor()) << round << " " << c << "," << r;
+        ASSERT_EQ(one.ForeColor(), each.ForeColor()) << round << " " << c << "," << r;
+      }
+  }
+}
